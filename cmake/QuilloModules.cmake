@@ -1,0 +1,62 @@
+# A folder under src/ is a target quillo_<folder>; who may depend on whom is said once, in the folder's own
+# CMakeLists.txt, and drawn in docs/architecture.md (a test compares the two).
+
+# quillo_core_module(<folder> [DEPENDS <folder>...] [LIBRARIES <library>...])
+#
+# Makes the core module of the current folder from its sources and those in folders below it; a main.cpp is left to its
+# program.
+# A core module knows nothing of Qt: naming a Qt library, or a module that is not a core module, stops the configuration.
+function(quillo_core_module name)
+  cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES" ${ARGN})
+  foreach(library IN LISTS ARG_LIBRARIES)
+    if(library MATCHES "^(Qt|KF)[0-9]*(::|$)")
+      message(FATAL_ERROR "src/${name} is a core module and may not use ${library}")
+    endif()
+  endforeach()
+  set(dependencies "")
+  foreach(dependency IN LISTS ARG_DEPENDS)
+    if(NOT TARGET quillo_${dependency})
+      message(FATAL_ERROR "src/${name} depends on '${dependency}', which is no module made before it")
+    endif()
+    get_target_property(is_core quillo_${dependency} QUILLO_CORE_MODULE)
+    if(NOT is_core)
+      message(FATAL_ERROR "src/${name} is a core module and may not depend on src/${dependency}, which is none")
+    endif()
+    list(APPEND dependencies quillo_${dependency})
+  endforeach()
+
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  if(sources)
+    add_library(quillo_${name} STATIC ${sources})
+    target_include_directories(quillo_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+    target_link_libraries(quillo_${name} PUBLIC ${dependencies} PRIVATE ${ARG_LIBRARIES} quillo_flags)
+    quillo_checked(quillo_${name})
+  else()
+    add_library(quillo_${name} INTERFACE)
+    target_include_directories(quillo_${name} INTERFACE "${PROJECT_SOURCE_DIR}/src")
+    target_link_libraries(quillo_${name} INTERFACE ${dependencies} ${ARG_LIBRARIES})
+  endif()
+  set_target_properties(quillo_${name} PROPERTIES QUILLO_CORE_MODULE TRUE)
+endfunction()
+
+# quillo_checked(<target>): clang-tidy runs beside the compiler for it, where that is switched on.
+function(quillo_checked target)
+  if(QUILLO_CLANG_TIDY)
+    set_target_properties(${target} PROPERTIES CXX_CLANG_TIDY "${QUILLO_CLANG_TIDY_PROGRAM};--quiet")
+  endif()
+endfunction()
+
+# quillo_core_test(<folder> [LIBRARIES <library>...])
+#
+# Makes the test program of one core module from the current folder. It links that module and nothing else of ours, so
+# that an arrow which the module does not declare fails here, at link time.
+function(quillo_core_test name)
+  cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  add_executable(test_${name} ${sources})
+  target_include_directories(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  target_compile_definitions(test_${name} PRIVATE QUILLO_TESTS_FOLDER="${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(test_${name} PRIVATE quillo_${name} GTest::gmock_main ${ARG_LIBRARIES} quillo_flags)
+  gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

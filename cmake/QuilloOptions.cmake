@@ -1,0 +1,35 @@
+# What can be switched, and the flags that every target of ours is compiled with.
+option(QUILLO_BUILD_TESTS "Build the tests" ON)
+option(QUILLO_BUILD_BENCHMARKS "Build the benchmarks (bench/)" OFF)
+option(QUILLO_BUILD_FUZZERS "Build the libFuzzer targets (clang only)" OFF)
+option(QUILLO_CLANG_TIDY "Run clang-tidy beside the compiler" OFF)
+set(QUILLO_SANITIZE "" CACHE STRING "Comma-separated sanitizers for every target, for example address,undefined")
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+find_program(QUILLO_CCACHE ccache)
+if(QUILLO_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${QUILLO_CCACHE}")
+endif()
+
+add_library(quillo_flags INTERFACE)
+target_compile_options(quillo_flags INTERFACE -Wall -Wextra -Wpedantic -Werror)
+if(QUILLO_SANITIZE)
+  add_compile_options(-fsanitize=${QUILLO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${QUILLO_SANITIZE})
+endif()
+if(QUILLO_BUILD_FUZZERS)
+  # Coverage feedback is wanted in every module, the fuzzer's own main only in the targets (tests/fuzz).
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+if(QUILLO_CLANG_TIDY)
+  find_program(QUILLO_CLANG_TIDY_PROGRAM clang-tidy REQUIRED)
+endif()

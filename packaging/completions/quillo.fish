@@ -1,0 +1,57 @@
+# fish completion for quillo.
+
+function __quillo_commands
+    printf '%s\t%s\n' \
+        add 'Add a task; dates and times in the text become its due date' \
+        list 'List the open tasks, all of them, or those that are done' \
+        done 'Complete a task' \
+        undone 'Make a completed task open again' \
+        edit 'Give a task a new title' \
+        delete 'Delete a task' \
+        clear-completed 'Delete all tasks that are done' \
+        parse 'Show what would be understood of a text' \
+        help 'List the commands, or explain one' \
+        version 'Print the version'
+end
+
+# __quillo_tasks [--all|--done]: the numbers of tasks, described by their titles.
+function __quillo_tasks
+    set -l program (commandline -opc)[1]
+    type -q -- $program; or return
+    # "3  [ ]  Call mom  Mar 5, 2026 at 9:00 AM"; only looks, and whatever a title holds, it stands on one line.
+    $program list $argv 2>/dev/null </dev/null | string replace -rf '^ *(\d+)  \[.\]  (.*)$' '$1\t$2'
+end
+
+# __quillo_at COMMAND...: the cursor stands at the first argument of one of these commands.
+function __quillo_at
+    set -l words
+    set -l options_ended no
+    for word in (commandline -opc)[2..]
+        if test $options_ended = no; and test "$word" = --
+            set options_ended yes
+        else if test $options_ended = yes; or not string match -q -- '-*' $word
+            set -a words $word
+        end
+    end
+    test (count $words) -eq 1; and contains -- $words[1] $argv
+end
+
+complete -c quillo -f
+complete -c quillo -n '__fish_use_subcommand; or __quillo_at help' -k -a '(__quillo_commands)'
+complete -c quillo -n '__quillo_at done' -k -a '(__quillo_tasks)'
+complete -c quillo -n '__quillo_at undone' -k -a '(__quillo_tasks --done)'
+complete -c quillo -n '__quillo_at edit delete' -k -a '(__quillo_tasks --all)'
+
+complete -c quillo -n __fish_use_subcommand -s h -l help -d 'List the commands'
+complete -c quillo -n __fish_use_subcommand -s V -l version -d 'Print the version'
+complete -c quillo -n 'not __fish_use_subcommand' -l help -d 'Explain the command'
+complete -c quillo -n '__fish_seen_subcommand_from add' -l json -d 'Print the task as JSON'
+complete -c quillo -n '__fish_seen_subcommand_from list' -l all -d 'All tasks'
+complete -c quillo -n '__fish_seen_subcommand_from list' -l done -d 'Tasks that are done'
+complete -c quillo -n '__fish_seen_subcommand_from list' -l json -d 'Print JSON'
+complete -c quillo -n '__fish_seen_subcommand_from parse' -l now -x -d 'When the text was typed'
+complete -c quillo -n '__fish_seen_subcommand_from parse' -l time-zone -x -d 'Where it was typed'
+complete -c quillo -n '__fish_seen_subcommand_from parse' -l locale -x -d 'The language of the answer'
+complete -c quillo -n '__fish_seen_subcommand_from parse' -l json -d 'Print JSON'
+complete -c quillo -n '__fish_seen_subcommand_from parse' -l trace -d 'Show which rules matched'
+complete -c quillo -n '__fish_seen_subcommand_from parse' -l jsonl -d 'Read and answer lines of JSON'

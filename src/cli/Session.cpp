@@ -1,0 +1,48 @@
+#include "cli/Session.h"
+
+#include "base/DataFolder.h"
+
+#include <utility>
+
+namespace quillo::cli {
+
+Result<std::unique_ptr<Session>> Session::open(Purpose purpose) {
+    constexpr std::chrono::milliseconds patience{2000};
+    const auto folder = dataFolder();
+    if (!folder)
+        return folder.error();
+
+    std::optional<PreferencesLock> lock;
+    if (purpose == Purpose::Change) {
+        auto acquired = PreferencesLock::acquire(*folder, patience);
+        if (!acquired)
+            return acquired.error();
+        lock = std::move(*acquired);
+    }
+    auto preferences =
+        SqlitePreferences::open(*folder, purpose == Purpose::Change ? SqlitePreferences::Access::ReadWrite
+                                                                    : SqlitePreferences::Access::ReadOnly);
+    if (!preferences)
+        return preferences.error();
+    auto calendar = unicode::CivilCalendar::create(unicode::systemTimeZone(), unicode::systemLocale());
+    if (!calendar)
+        return Error{"unknown time zone \"" + unicode::systemTimeZone() + "\""};
+    return std::unique_ptr<Session>(
+        new Session(*folder, std::move(lock), std::move(*preferences), std::move(*calendar)));
+}
+
+Session::Session(std::filesystem::path folder, std::optional<PreferencesLock> lock,
+                 std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
+    : lock_(std::move(lock)), preferences_(std::move(preferences)), backups_(std::move(folder), clock_),
+      calendar_(std::move(calendar)), dates_(calendar_.zone(), calendar_.locale()),
+      parser_(calendar_, dates_),
+      store_(TodoStoreDependencies{*preferences_, cloud_, reminders_, clock_, notifications_, &backups_}),
+      addTask_(parser_, clock_, store_), commands_(addTask_, store_) {}
+
+Outcome Session::commit() {
+    if (const Outcome saved = store_.drain(); !saved)
+        return saved;
+    return preferences_->flush();
+}
+
+} // namespace quillo::cli

@@ -1,0 +1,26 @@
+#include "base/Clock.h"
+#include "cli/TaskTable.h"
+#include "cli/commands/Change.h"
+#include "cli/commands/Commands.h"
+#include "model/TodoItemJson.h"
+
+#include <cstdio>
+
+namespace quillo::cli {
+
+ExitCode add(const Arguments& arguments) {
+    const std::string text = arguments.text();
+    const bool json = arguments.has("json");
+    return change([&](TaskCommands& commands) { return commands.add(text); },
+                  [&](const NumberedItem& task, const Session& session) {
+                      if (json)
+                          std::puts(encodeExportedItem(task.item, task.number).c_str());
+                      else
+                          std::fputs(taskLine(task.item, SystemClock().now(), session.dates(),
+                                              Terminal::ofStandardOutput())
+                                         .c_str(),
+                                     stdout);
+                  });
+}
+
+} // namespace quillo::cli

@@ -1,0 +1,24 @@
+/// The commands, one file each (close relatives share one), in alphabetical order.
+#pragma once
+
+#include "cli/Command.h"
+
+#include <string>
+
+namespace quillo::cli {
+
+ExitCode add(const Arguments& arguments);
+ExitCode clearCompleted(const Arguments& arguments);
+ExitCode done(const Arguments& arguments);
+ExitCode edit(const Arguments& arguments);
+ExitCode help(const Arguments& arguments);
+ExitCode list(const Arguments& arguments);
+ExitCode parse(const Arguments& arguments);
+ExitCode remove(const Arguments& arguments);
+ExitCode undone(const Arguments& arguments);
+ExitCode version(const Arguments& arguments);
+
+/// A command's name and arguments, as a usage line shows them.
+std::string usageOf(const Command& command);
+
+} // namespace quillo::cli

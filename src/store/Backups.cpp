@@ -1,0 +1,128 @@
+#include "store/Backups.h"
+
+#include "base/Log.h"
+#include "base/UtcTime.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace quillo {
+
+namespace {
+
+using std::filesystem::path;
+
+constexpr std::string_view listEnding = ".json";
+
+/// An open file or folder; closed when it goes.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0)
+            ::close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    bool isOpen() const { return number_ >= 0; }
+    int number() const { return number_; }
+
+private:
+    const int number_;
+};
+
+bool writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+    }
+    return true;
+}
+
+/// Writes a file under a temporary name and renames it once its bytes are on the disk; then sees the name
+/// there too. The temporary name is always the same, so what a crash left is overwritten the next time.
+bool writeDurably(const path& folder, const std::string& name, std::string_view bytes) {
+    const path temporary = folder / ".unfinished";
+    {
+        const Descriptor file(
+            ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600));
+        if (!file.isOpen() || !writeAll(file.number(), bytes) || ::fsync(file.number()) != 0)
+            return false;
+    }
+    if (::rename(temporary.c_str(), (folder / name).c_str()) != 0)
+        return false;
+    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return directory.isOpen() && ::fsync(directory.number()) == 0;
+}
+
+bool keep(const path& folder, const std::string& name, std::string_view bytes) {
+    if (writeDurably(folder, name, bytes))
+        return true;
+    const std::string reason = std::generic_category().message(errno);
+    ::unlink((folder / ".unfinished").c_str());
+    log("could not write " + (folder / name).string() + ": " + reason);
+    return false;
+}
+
+/// The times of the lists in the folder, oldest first. Files of other names are not ours.
+std::vector<UtcMilliseconds> keptTimes(const path& folder) {
+    std::vector<UtcMilliseconds> times;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const path name = entry->path().filename();
+        const auto time = parseFileNameTime(name.stem().native());
+        if (time && name.extension() == listEnding)
+            times.push_back(*time);
+    }
+    std::sort(times.begin(), times.end());
+    return times;
+}
+
+std::string listName(UtcMilliseconds time) {
+    return fileNameTime(time).append(listEnding);
+}
+
+} // namespace
+
+Backups::Backups(path dataFolder, const Clock& clock) : dataFolder_(std::move(dataFolder)), clock_(clock) {}
+
+bool Backups::keepList(std::string_view bytes) {
+    const path folder = dataFolder_ / "backups";
+    ::mkdir(folder.c_str(),
+            0700); // Usually there already; where it cannot be made, writing fails and says so.
+
+    std::vector<UtcMilliseconds> times = keptTimes(folder);
+    UtcMilliseconds time = floorToMillisecond(clock_.now());
+    if (!times.empty())
+        time = std::max(time, times.back() + std::chrono::milliseconds(1));
+    if (!keep(folder, listName(time), bytes))
+        return false;
+
+    times.push_back(time);
+    for (std::size_t oldest = 0; oldest + keptLists < times.size(); ++oldest)
+        ::unlink((folder / listName(times[oldest])).c_str());
+    return true;
+}
+
+bool Backups::keepDamaged(std::string_view key, std::string_view bytes) {
+    UtcMilliseconds time = floorToMillisecond(clock_.now());
+    const auto name = [&time, key] { return "damaged-" + fileNameTime(time) + "-" + std::string(key); };
+    std::error_code ignored;
+    while (std::filesystem::exists(dataFolder_ / name(), ignored))
+        time += std::chrono::milliseconds(1);
+    return keep(dataFolder_, name(), bytes);
+}
+
+} // namespace quillo

@@ -1,0 +1,58 @@
+/// Where the list is kept: in the preferences, and in the cloud store while sync is on.
+#pragma once
+
+#include "base/Result.h"
+#include "ports/CloudStore.h"
+#include "ports/Preferences.h"
+#include "store/Backups.h"
+#include "store/TaskList.h"
+
+#include <optional>
+
+namespace quillo {
+
+/// What was kept: a list and the moment, in seconds since 1970, of the change that led to it.
+struct StampedList {
+    TaskList items;
+    double stamp = 0;
+};
+
+/// The half of the store that waits for disks. load() runs once, on the main thread, before anything else;
+/// from then on everything runs on the store's persistence queue.
+///
+/// A list in the preferences that cannot be decoded may still hold tasks that someone can recover. So it is
+/// copied aside before the first save over it, and as long as that fails (a full disk) nothing is saved: each
+/// save tries again. The new tasks are meanwhile in memory only, as they would be without room for a save.
+class ListPersistence {
+public:
+    /// The references outlive this; without `backups` nothing is copied aside.
+    ListPersistence(Preferences& preferences, CloudStore& cloud, Backups* backups);
+
+    /// The list in the preferences; an empty one with stamp 0 where there is none or it cannot be decoded.
+    StampedList load();
+
+    /// Writes list and stamp together, to the preferences and, if `toCloud`, to the cloud store; or nothing
+    /// anywhere, see lastSave().
+    void save(const StampedList& list, bool toCloud);
+
+    /// Why the last save wrote nothing, if so: the list cannot be encoded, or a damaged one not be copied
+    /// aside. What becomes of a list once it is handed to the preferences is theirs to tell.
+    const Outcome& lastSave() const { return lastSave_; }
+
+    /// Backs up a list that is about to be replaced.
+    void keepEarlier(const TaskList& earlier);
+
+    void synchronizeCloud();
+
+private:
+    Outcome write(const StampedList& list, bool toCloud);
+    bool putDamagedAside();
+
+    Preferences& preferences_;
+    CloudStore& cloud_;
+    Backups* const backups_;
+    std::optional<Data> damaged_; ///< what load() could not decode, until it is copied aside
+    Outcome lastSave_ = success();
+};
+
+} // namespace quillo

@@ -1,0 +1,199 @@
+#include "store/TaskList.h"
+
+#include "model/TodoItemJson.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace quillo {
+
+namespace {
+
+/// A change copies one chunk of tasks and one table of chunk pointers; at 100,000 tasks both are then about
+/// as much work.
+constexpr std::size_t largestChunk = 256;
+
+} // namespace
+
+TaskList::Chunk::Chunk(std::vector<TodoItem> tasks) {
+    ids_.reserve(tasks.size());
+    for (const TodoItem& item : tasks)
+        ids_.push_back(item.id);
+    doneCount_ = static_cast<std::size_t>(
+        std::count_if(tasks.begin(), tasks.end(), [](const TodoItem& item) { return item.isDone; }));
+    std::call_once(itemsOnce_, [&] { items_ = std::move(tasks); });
+}
+
+TaskList::Chunk::Chunk(Data source, StoredStretch stretch)
+    : ids_(std::move(stretch.ids)), doneCount_(stretch.doneCount), source_(std::move(source)) {
+    std::call_once(encodedOnce_, [&] { encoded_ = stretch.bytes; });
+}
+
+const std::vector<TodoItem>& TaskList::Chunk::items() const {
+    std::call_once(itemsOnce_, [this] {
+        std::string array = "[";
+        array.append(*encoded_).push_back(']');
+        items_ = decodeStoredItems(array).value(); // The survey has promised that this works.
+    });
+    return items_;
+}
+
+const std::optional<std::string_view>& TaskList::Chunk::encoded() const {
+    std::call_once(encodedOnce_, [this] {
+        if (std::optional<std::string> array = encodeStoredItems(items_)) {
+            source_ = Data(*std::move(array));
+            encoded_ = std::string_view(source_.bytes()).substr(1, source_.bytes().size() - 2);
+        }
+    });
+    return encoded_;
+}
+
+TaskList::Table::Table(std::vector<ChunkPointer> pointers) : chunks(std::move(pointers)) {
+    starts.reserve(chunks.size());
+    for (const ChunkPointer& chunk : chunks) {
+        starts.push_back(size);
+        size += chunk->size();
+        doneCount += chunk->doneCount();
+    }
+}
+
+TaskList::TaskList(std::vector<TodoItem> items) {
+    std::vector<ChunkPointer> chunks;
+    for (std::size_t start = 0; start < items.size(); start += largestChunk) {
+        const auto first = items.begin() + static_cast<std::ptrdiff_t>(start);
+        const auto count = static_cast<std::ptrdiff_t>(std::min(largestChunk, items.size() - start));
+        std::vector<TodoItem> tasks(std::make_move_iterator(first), std::make_move_iterator(first + count));
+        chunks.push_back(std::make_shared<const Chunk>(std::move(tasks)));
+    }
+    table_ = std::make_shared<const Table>(std::move(chunks));
+}
+
+std::optional<TaskList> TaskList::decode(const Data& stored) {
+    if (auto stretches = surveyStoredItems(stored.bytes(), largestChunk)) {
+        std::vector<ChunkPointer> chunks;
+        chunks.reserve(stretches->size());
+        for (StoredStretch& stretch : *stretches)
+            chunks.push_back(std::make_shared<const Chunk>(stored, std::move(stretch)));
+        TaskList list;
+        list.table_ = std::make_shared<const Table>(std::move(chunks));
+        return list;
+    }
+    auto items = decodeStoredItems(stored.bytes());
+    return items ? std::optional(TaskList(*std::move(items))) : std::nullopt;
+}
+
+std::optional<std::string> TaskList::encode() const {
+    std::size_t length = 2;
+    if (table_) {
+        for (const ChunkPointer& chunk : table_->chunks) {
+            if (!chunk->encoded())
+                return std::nullopt;
+            length += chunk->encoded()->size() + 1;
+        }
+    }
+    if (length > largestStoredList)
+        return std::nullopt;
+    std::string array;
+    array.reserve(length);
+    array += '[';
+    if (table_) {
+        for (const ChunkPointer& chunk : table_->chunks) {
+            if (array.size() > 1)
+                array += ',';
+            array += *chunk->encoded();
+        }
+    }
+    array += ']';
+    return array;
+}
+
+const TodoItem& TaskList::operator[](std::size_t index) const {
+    const std::size_t position = chunkAt(index);
+    return table_->chunks[position]->items()[index - table_->starts[position]];
+}
+
+std::optional<std::size_t> TaskList::indexOf(const Uuid& id) const {
+    if (!table_)
+        return std::nullopt;
+    for (std::size_t position = 0; position < table_->chunks.size(); ++position) {
+        const std::vector<Uuid>& ids = table_->chunks[position]->ids();
+        const auto found = std::find(ids.begin(), ids.end(), id);
+        if (found != ids.end())
+            return table_->starts[position] + static_cast<std::size_t>(found - ids.begin());
+    }
+    return std::nullopt;
+}
+
+TaskList::Iterator TaskList::begin() const {
+    return table_ ? Iterator(table_->chunks.data()) : Iterator();
+}
+
+TaskList::Iterator TaskList::end() const {
+    return table_ ? Iterator(table_->chunks.data() + table_->chunks.size()) : Iterator();
+}
+
+void TaskList::pushFront(TodoItem item) {
+    std::vector<TodoItem> items;
+    items.push_back(std::move(item));
+    const bool joins = !empty() && table_->chunks.front()->size() < largestChunk;
+    if (joins) {
+        const std::vector<TodoItem>& others = table_->chunks.front()->items();
+        items.insert(items.end(), others.begin(), others.end());
+    }
+    exchangeChunks(0, joins ? 1 : 0, std::move(items));
+}
+
+void TaskList::replace(std::size_t index, TodoItem item) {
+    const std::size_t position = chunkAt(index);
+    std::vector<TodoItem> items = table_->chunks[position]->items();
+    items[index - table_->starts[position]] = std::move(item);
+    exchangeChunks(position, 1, std::move(items));
+}
+
+void TaskList::remove(std::size_t index) {
+    const std::size_t position = chunkAt(index);
+    std::vector<TodoItem> items = table_->chunks[position]->items();
+    items.erase(items.begin() + static_cast<std::ptrdiff_t>(index - table_->starts[position]));
+    exchangeChunks(position, 1, std::move(items));
+}
+
+void TaskList::removeDone() {
+    if (doneCount() == 0)
+        return;
+    std::vector<ChunkPointer> chunks;
+    for (const ChunkPointer& chunk : table_->chunks) {
+        if (chunk->doneCount() == 0) {
+            chunks.push_back(chunk);
+        } else if (chunk->doneCount() < chunk->size()) {
+            std::vector<TodoItem> open;
+            std::copy_if(chunk->items().begin(), chunk->items().end(), std::back_inserter(open),
+                         [](const TodoItem& item) { return !item.isDone; });
+            chunks.push_back(std::make_shared<const Chunk>(std::move(open)));
+        }
+    }
+    table_ = std::make_shared<const Table>(std::move(chunks));
+}
+
+bool operator==(const TaskList& left, const TaskList& right) {
+    return left.table_ == right.table_ ||
+           (left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin()));
+}
+
+std::size_t TaskList::chunkAt(std::size_t index) const {
+    const auto after = std::upper_bound(table_->starts.begin(), table_->starts.end(), index);
+    return static_cast<std::size_t>(after - table_->starts.begin()) - 1;
+}
+
+void TaskList::exchangeChunks(std::size_t position, std::size_t count, std::vector<TodoItem> items) {
+    std::vector<ChunkPointer> chunks;
+    if (table_)
+        chunks = table_->chunks;
+    const auto first = chunks.begin() + static_cast<std::ptrdiff_t>(position);
+    const auto at = chunks.erase(first, first + static_cast<std::ptrdiff_t>(count));
+    if (!items.empty())
+        chunks.insert(at, std::make_shared<const Chunk>(std::move(items)));
+    table_ = std::make_shared<const Table>(std::move(chunks));
+}
+
+} // namespace quillo

@@ -1,0 +1,126 @@
+#include "store/TodoStore.h"
+
+#include <utility>
+
+namespace quillo {
+
+TodoStore::TodoStore(const TodoStoreDependencies& dependencies)
+    : with_(dependencies), persistence_(with_.preferences, with_.cloud, with_.backups) {
+    StampedList stored = persistence_.load();
+    items_ = std::move(stored.items);
+    lastLocalStamp_.set(stored.stamp);
+    recount();
+    queue_.post([&persistence = persistence_] { persistence.synchronizeCloud(); });
+}
+
+void TodoStore::addCompletionListener(CompletionListener listener) {
+    completionListeners_.push_back(std::move(listener));
+}
+
+void TodoStore::add(TodoItem item) {
+    items_.pushFront(std::move(item));
+    announce(ListChange::Kind::inserted);
+    persist();
+}
+
+void TodoStore::toggle(const Uuid& id) {
+    const auto index = items_.indexOf(id);
+    if (!index)
+        return;
+    const std::int64_t activeBefore = activeCount_.get();
+    TodoItem item = items_[*index];
+    item.isDone = !item.isDone;
+    if (item.isDone) {
+        item.completedAt = with_.clock.now();
+        removeReminder(item);
+    } else {
+        item.completedAt.reset();
+    }
+    items_.replace(*index, item);
+    announce(ListChange::Kind::replaced, *index);
+    persist();
+
+    if (!item.isDone)
+        return;
+    if (activeBefore >= 1 && activeCount_.get() == 0)
+        with_.notifications.post(notifications::inboxZero);
+    for (const CompletionListener& listener : completionListeners_)
+        listener(item, *item.completedAt);
+}
+
+void TodoStore::update(TodoItem item) {
+    const auto index = items_.indexOf(item.id);
+    if (!index)
+        return;
+    items_.replace(*index, std::move(item));
+    announce(ListChange::Kind::replaced, *index);
+    persist();
+}
+
+void TodoStore::remove(const Uuid& id) {
+    const auto index = items_.indexOf(id);
+    if (!index)
+        return;
+    TaskList earlier = items_;
+    removeReminder(earlier[*index]);
+    items_.remove(*index);
+    keepEarlier(std::move(earlier));
+    announce(ListChange::Kind::removed, *index);
+    persist();
+}
+
+std::size_t TodoStore::clearCompleted() {
+    const std::size_t count = items_.doneCount();
+    if (count > 0) {
+        TaskList earlier = items_;
+        for (const TodoItem& item : earlier) {
+            if (item.isDone)
+                removeReminder(item);
+        }
+        items_.removeDone();
+        keepEarlier(std::move(earlier));
+        announce(ListChange::Kind::reset);
+    }
+    persist();
+    return count;
+}
+
+Outcome TodoStore::drain() {
+    queue_.drain();
+    return persistence_.lastSave();
+}
+
+void TodoStore::removeReminder(const TodoItem& item) {
+    if (item.notificationID)
+        with_.reminders.removePending(*item.notificationID);
+}
+
+void TodoStore::recount() {
+    doneCount_.set(static_cast<std::int64_t>(items_.doneCount()));
+    activeCount_.set(static_cast<std::int64_t>(items_.size() - items_.doneCount()));
+}
+
+void TodoStore::persist() {
+    recount();
+    lastLocalStamp_.set(with_.clock.now().unixSeconds());
+    const bool toCloud = with_.preferences.boolean(preference_keys::cloudSync).value_or(true);
+    // Of saves that wait one behind the other only the last one matters, unless some go to the cloud and
+    // others do not.
+    const SerialQueue::ReplaceableKind kind = toCloud ? 2 : 1;
+    queue_.postReplacing(kind,
+                         [&persistence = persistence_, list = StampedList{items_, lastLocalStamp_.get()},
+                          toCloud] { persistence.save(list, toCloud); });
+}
+
+/// Backs the list up as it was. It arrives here as the last copy on this thread, so that letting go of what
+/// only it held is the queue's work.
+void TodoStore::keepEarlier(TaskList earlier) {
+    queue_.post(
+        [&persistence = persistence_, earlier = std::move(earlier)] { persistence.keepEarlier(earlier); });
+}
+
+void TodoStore::announce(ListChange::Kind kind, std::size_t index) {
+    listChanged_.emit({kind, index});
+}
+
+} // namespace quillo

@@ -1,0 +1,172 @@
+#include "entry/TaskCommands.h"
+
+#include "support/FixedClock.h"
+#include "support/InMemoryKeyValueStore.h"
+#include "support/RecordingReminderCenter.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace quillo {
+namespace {
+
+/// The list and its commands over in-memory twins, in Berlin on Tuesday, 4 March 2025, 10:41:00.25.
+struct Desk {
+    unicode::CivilCalendar calendar = *unicode::CivilCalendar::create("Europe/Berlin", "en_US");
+    unicode::DateFormat format{"Europe/Berlin", "en_US"};
+    ParserService parser{calendar, format};
+    support::FixedClock clock;
+    support::InMemoryPreferences preferences;
+    support::InMemoryCloudStore cloud;
+    support::RecordingReminderCenter reminders;
+    NotificationCenter notifications;
+    TodoStore store{{preferences, cloud, reminders, clock, notifications}};
+    AddTask addTask{parser, clock, store};
+    TaskCommands commands{addTask, store};
+
+    std::vector<std::string> titles() const {
+        std::vector<std::string> all;
+        for (const TodoItem& item : store.items())
+            all.push_back(item.title);
+        return all;
+    }
+    double stamp() const { return store.lastLocalStamp().get(); }
+};
+
+TEST(AddTask, KeepsTheCleanTitleAndTheDueDate) {
+    Desk desk;
+    const auto item = desk.addTask.add("  Email Sam in 2 hours ");
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->title, "Email Sam");
+    EXPECT_EQ(item->dueDate, desk.calendar.instant({2025, 3, 4}, {12, 41}));
+    EXPECT_EQ(item->createdAt, desk.clock.now());
+    EXPECT_FALSE(item->isDone);
+    EXPECT_FALSE(item->completedAt);
+    EXPECT_FALSE(item->notificationID);
+    EXPECT_EQ(desk.store.items()[0], *item);
+}
+
+TEST(AddTask, PutsTheNewestFirstWhateverItsDate) {
+    Desk desk;
+    desk.addTask.add("Pay rent tomorrow");
+    desk.addTask.add("Plan party next friday");
+    desk.addTask.add("Buy milk");
+    EXPECT_EQ(desk.titles(), (std::vector<std::string>{"Buy milk", "Plan party", "Pay rent"}));
+}
+
+TEST(AddTask, MakesNoTaskOfABlankText) {
+    Desk desk;
+    const double before = desk.stamp();
+    EXPECT_FALSE(desk.addTask.add(""));
+    EXPECT_FALSE(desk.addTask.add(" \t\u00A0\n"));
+    EXPECT_TRUE(desk.store.items().empty());
+    EXPECT_EQ(desk.stamp(), before);
+}
+
+TEST(AddTask, ATextThatIsAllDateIsItsOwnTitle) {
+    Desk desk;
+    EXPECT_EQ(desk.addTask.add("tomorrow")->title, "tomorrow");
+}
+
+TEST(TaskCommands, NumberTasksFromTheNewest) {
+    Desk desk;
+    ASSERT_TRUE(desk.commands.add("first"));
+    EXPECT_EQ(desk.commands.add("second")->number, 1u);
+    const auto done = desk.commands.setDone("2", true);
+    ASSERT_TRUE(done);
+    EXPECT_EQ(done->item.title, "first");
+    EXPECT_TRUE(desk.store.items()[1].isDone);
+    EXPECT_EQ(done->item.completedAt, desk.clock.now());
+}
+
+TEST(TaskCommands, FindTasksByTheBeginningOfTheirIdentifier) {
+    Desk desk;
+    const std::string id = desk.commands.add("first")->item.id.toString();
+    ASSERT_TRUE(desk.commands.add("second"));
+    std::string lower = id;
+    for (char& c : lower)
+        c = static_cast<char>(std::tolower(c));
+    for (const std::string& name : {id, lower, id.substr(0, 8), id.substr(0, 13), lower.substr(0, 9)}) {
+        const auto found = desk.commands.edit(name, "first");
+        ASSERT_TRUE(found) << name << ": " << found.error().message;
+        EXPECT_EQ(found->number, 2u);
+    }
+    EXPECT_FALSE(desk.commands.edit(id.substr(0, 7), "x"));
+    EXPECT_FALSE(desk.commands.edit("00000000", "x"));
+    EXPECT_FALSE(desk.commands.edit(id + "0", "x"));
+}
+
+TEST(TaskCommands, RefuseAnAmbiguousIdentifier) {
+    Desk desk;
+    TodoItem one;
+    one.title = "one";
+    one.id = *Uuid::parse("AAAAAAAA-0000-0000-0000-000000000001");
+    TodoItem two = one;
+    two.id = *Uuid::parse("AAAAAAAA-0000-0000-0000-000000000002");
+    desk.store.add(one);
+    desk.store.add(two);
+    EXPECT_NE(desk.commands.remove("AAAAAAAA").ok(), true);
+    EXPECT_EQ(desk.store.items().size(), 2u);
+    EXPECT_EQ(desk.commands.remove("AAAAAAAA-0000-0000-0000-000000000001")->item.title, "one");
+}
+
+TEST(TaskCommands, SayWhichTaskThereIsNot) {
+    Desk desk;
+    EXPECT_EQ(desk.commands.remove("1").error().message, "no task 1; the list is empty");
+    ASSERT_TRUE(desk.commands.add("only"));
+    EXPECT_EQ(desk.commands.setDone("2", true).error().message, "no task 2; the list has 1 task");
+    for (const char* name : {"0", "-1", "", "1.0", "99999999999999999999999", "x", "zzzzzzzzz"})
+        EXPECT_FALSE(desk.commands.setDone(name, true)) << name;
+    EXPECT_EQ(desk.store.doneCount().get(), 0);
+}
+
+TEST(TaskCommands, LeaveATaskAloneThatIsAsAskedAlready) {
+    Desk desk;
+    ASSERT_TRUE(desk.commands.add("first"));
+    desk.clock.advance(10);
+    const double before = desk.stamp();
+    EXPECT_TRUE(desk.commands.setDone("1", false));
+    EXPECT_TRUE(desk.commands.edit("1", " first "));
+    EXPECT_EQ(desk.commands.clearCompleted().size(), 0u);
+    EXPECT_EQ(desk.stamp(), before);
+    EXPECT_TRUE(desk.commands.setDone("1", true));
+    EXPECT_GT(desk.stamp(), before);
+}
+
+TEST(TaskCommands, EditTakesTheTextAsItStands) {
+    Desk desk;
+    ASSERT_TRUE(desk.commands.add("Call mom tomorrow"));
+    const auto due = desk.store.items()[0].dueDate;
+    EXPECT_EQ(desk.commands.edit("1", "  Call dad next friday ")->item.title, "Call dad next friday");
+    EXPECT_EQ(desk.store.items()[0].title, "Call dad next friday");
+    EXPECT_EQ(desk.store.items()[0].dueDate, due);
+    EXPECT_FALSE(desk.commands.edit("1", " \n"));
+    EXPECT_EQ(desk.store.items()[0].title, "Call dad next friday");
+}
+
+TEST(TaskCommands, ClearCompletedAnswersWhatIsGone) {
+    Desk desk;
+    for (const char* text : {"a", "b", "c", "d"})
+        ASSERT_TRUE(desk.commands.add(text));
+    ASSERT_TRUE(desk.commands.setDone("1", true));
+    ASSERT_TRUE(desk.commands.setDone("3", true));
+    const std::vector<TodoItem> gone = desk.commands.clearCompleted();
+    ASSERT_EQ(gone.size(), 2u);
+    EXPECT_EQ(gone[0].title, "d");
+    EXPECT_EQ(gone[1].title, "b");
+    EXPECT_EQ(desk.titles(), (std::vector<std::string>{"c", "a"}));
+}
+
+RC_GTEST_PROP(TaskCommands, AnyTextIsKeptOrRefusedAsBlank, (const std::string& text)) {
+    Desk desk;
+    const auto added = desk.commands.add(text);
+    RC_ASSERT(desk.store.items().size() == (added ? 1u : 0u));
+    if (added)
+        RC_ASSERT(!added->item.title.empty());
+}
+
+} // namespace
+} // namespace quillo

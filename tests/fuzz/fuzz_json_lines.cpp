@@ -1,0 +1,41 @@
+/// Whatever comes in, each line that is not blank gets one answer, and each answer is a line of JSON text.
+#include "base/Log.h"
+#include "cli/JsonLines.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0)
+        return 0;
+    quillo::setLogSink([](std::string_view) {});
+    const std::string input(reinterpret_cast<const char*>(data), size);
+    std::FILE* in = fmemopen(const_cast<char*>(input.data()), input.size(), "r");
+    char* answers = nullptr;
+    std::size_t length = 0;
+    std::FILE* out = open_memstream(&answers, &length);
+    quillo::cli::parseJsonLines(in, out, {[] { return quillo::Instant::fromUnixSeconds(1741496400.5); }, "UTC", "en_US"});
+    std::fclose(in);
+    std::fclose(out);
+
+    std::size_t expected = 0;
+    for (std::size_t at = 0; at < input.size();) {
+        const std::size_t end = std::min(input.find('\n', at), input.size());
+        expected += input.substr(at, end - at).find_first_not_of(" \t\r") != std::string::npos;
+        at = end + 1;
+    }
+    std::size_t given = 0;
+    const std::string all(answers, length);
+    std::free(answers);
+    for (std::size_t at = 0; at < all.size(); ++given) {
+        const std::size_t end = all.find('\n', at);
+        if (end == std::string::npos || !all.substr(at).starts_with("{\"id\":") || all[end - 1] != '}')
+            std::abort();
+        at = end + 1;
+    }
+    if (given != expected)
+        std::abort();
+    return 0;
+}
