@@ -34,9 +34,13 @@ public:
     /// The words from `first` on as one text, joined by blanks.
     std::string text(std::size_t first = 0) const;
 
+    /// Whether there was malformed UTF-8 in them.
+    bool malformed() const { return malformed_; }
+
 private:
     std::map<std::string, std::string, std::less<>> options_;
     std::vector<std::string> words_;
+    bool malformed_ = false;
 };
 
 } // namespace quillo::cli

@@ -1,7 +1,9 @@
 #include "cli/CommandLine.h"
 
-#include "base/Product.h"
+#include "base/Log.h"
 #include "cli/Command.h"
+#include "cli/Terminal.h"
+#include "cli/Warnings.h"
 #include "cli/commands/Commands.h"
 
 #include <cstdio>
@@ -13,7 +15,7 @@ namespace quillo::cli {
 namespace {
 
 ExitCode wrongUsage(const std::string& what, const std::string& usage) {
-    std::fprintf(stderr, "quillo: %s; usage: quillo %s\n", what.c_str(), usage.c_str());
+    printError(what + "; usage: quillo " + usage);
     return ExitCode::WrongUsage;
 }
 
@@ -33,6 +35,12 @@ ExitCode runCommand(const Command& command, const std::vector<std::string>& word
         return wrongUsage("something is missing", usage);
     if (given.size() > command.mostWords)
         return wrongUsage("unexpected \"" + given[command.mostWords] + "\"", usage);
+    if (command.objection) {
+        if (const auto objection = command.objection(*arguments))
+            return wrongUsage(*objection, usage);
+    }
+    if (arguments->malformed())
+        log("malformed characters read as U+FFFD");
     return command.run(*arguments);
 }
 
@@ -54,15 +62,18 @@ ExitCode run(std::vector<std::string> words) {
 } // namespace
 
 ExitCode failed(const Error& error) {
-    std::fprintf(stderr, "quillo: %s\n", error.message.c_str());
+    printError(error.message);
     return ExitCode::Failed;
 }
 
 int runCommandLine(int argc, char** argv) {
+    holdWarnings();
     ExitCode code = run({argv + 1, argv + argc});
     // A full disk behind a redirection shows only here.
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
         code = failed({"cannot write to standard output"});
+    if (code == ExitCode::Done)
+        showWarningsAtOnce();
     return static_cast<int>(code);
 }
 

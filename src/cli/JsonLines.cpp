@@ -1,6 +1,7 @@
 #include "cli/JsonLines.h"
 
 #include "base/Log.h"
+#include "cli/JsonRequest.h"
 #include "cli/LineReader.h"
 #include "cli/Understanding.h"
 #include "cli/WellFormed.h"
@@ -8,67 +9,57 @@
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
-#include <simdjson.h>
-
-#include <optional>
 
 namespace quillo::cli {
 
 namespace {
 
-using simdjson::dom::element;
-using simdjson::dom::element_type;
-using simdjson::dom::object;
-
-/// The member of that name unless it is missing or null.
-std::optional<element> member(const object& line, std::string_view name) {
-    element found;
-    if (line.at_key(name).get(found) != simdjson::SUCCESS || found.is_null())
-        return std::nullopt;
-    return found;
-}
-
-Result<std::string> text(const object& line, std::string_view name, std::string otherwise) {
-    const std::optional<element> found = member(line, name);
-    if (!found)
+Result<std::string> textOf(const JsonMember& member, const char* name, const std::string& otherwise) {
+    switch (member.kind) {
+    case JsonMember::Kind::Absent:
         return otherwise;
-    std::string_view value;
-    if (found->get(value) != simdjson::SUCCESS)
-        return Error{"\"" + std::string(name) + "\" must be a text"};
-    return std::string(value);
+    case JsonMember::Kind::Text:
+        return member.text;
+    case JsonMember::Kind::Number:
+    case JsonMember::Kind::Other:
+        break;
+    }
+    return Error{std::string("\"") + name + "\" must be a text"};
 }
 
-Result<Instant> now(const object& line, const std::string& zone, const JsonLinesDefaults& defaults) {
-    const std::optional<element> found = member(line, "now");
-    if (!found)
+Result<Instant> nowOf(const JsonMember& member, const std::string& zone, const JsonLinesDefaults& defaults) {
+    switch (member.kind) {
+    case JsonMember::Kind::Absent:
         return defaults.now();
-    if (double seconds = 0; found->get(seconds) == simdjson::SUCCESS)
-        return readWhen(seconds);
-    if (std::string_view when; found->get(when) == simdjson::SUCCESS)
-        return readWhen(when, zone);
+    case JsonMember::Kind::Text:
+    case JsonMember::Kind::Number:
+        return readWhen(member.text, zone);
+    case JsonMember::Kind::Other:
+        break;
+    }
     return Error{"\"now\" must be a time or a number of seconds"};
 }
 
 /// The answer's members behind "id", or why there is none.
-Result<std::string> answer(const object& line, Places& places, const JsonLinesDefaults& defaults) {
-    if (!member(line, "text"))
+Result<std::string> answer(const JsonRequest& request, Places& places, const JsonLinesDefaults& defaults) {
+    if (request.text.kind == JsonMember::Kind::Absent)
         return Error{"\"text\" is missing"};
-    const Result<std::string> typed = text(line, "text", {});
+    const Result<std::string> typed = textOf(request.text, "text", {});
     if (!typed)
         return typed.error();
-    const Result<std::string> zone = text(line, "tz", defaults.zone);
+    const Result<std::string> zone = textOf(request.zone, "tz", defaults.zone);
     if (!zone)
         return zone.error();
-    const Result<std::string> locale = text(line, "locale", defaults.locale);
+    const Result<std::string> locale = textOf(request.locale, "locale", defaults.locale);
     if (!locale)
         return locale.error();
-    const auto place = places.at(*zone, *locale);
+    const auto place = places.at(*zone, locale->empty() ? defaults.locale : *locale);
     if (!place)
         return place.error();
-    const Result<Instant> reference = now(line, *zone, defaults);
-    if (!reference)
-        return reference.error();
-    return membersOf((*place)->parser().parse(*typed, *reference), *typed, nullptr);
+    const Result<Instant> now = nowOf(request.now, *zone, defaults);
+    if (!now)
+        return now.error();
+    return membersOf((*place)->parser().parse(*typed, *now), *typed, nullptr);
 }
 
 std::string errorMember(const std::string& message) {
@@ -80,9 +71,8 @@ std::string errorMember(const std::string& message) {
 
 } // namespace
 
-bool parseJsonLines(std::FILE* input, std::FILE* output, const JsonLinesDefaults& defaults) {
+Result<bool> parseJsonLines(std::FILE* input, std::FILE* output, const JsonLinesDefaults& defaults) {
     LineReader lines(input);
-    simdjson::dom::parser parser;
     Places places;
     bool allRead = true;
     for (std::string line; lines.next(line);) {
@@ -93,13 +83,11 @@ bool parseJsonLines(std::FILE* input, std::FILE* output, const JsonLinesDefaults
 
         std::string id = "null";
         Result<std::string> members = Error{"not a JSON object"};
-        object request;
         if (lines.tooLong()) {
             members = Error{"the line is too long"};
-        } else if (parser.parse(line).get(request) == simdjson::SUCCESS) {
-            if (element given; request.at_key("id").get(given) == simdjson::SUCCESS)
-                id = simdjson::minify(given);
-            members = answer(request, places, defaults);
+        } else if (const auto request = readJsonRequest(line)) {
+            id = request->id;
+            members = answer(*request, places, defaults);
         }
         allRead &= members.ok();
         const std::string reply =
@@ -107,6 +95,8 @@ bool parseJsonLines(std::FILE* input, std::FILE* output, const JsonLinesDefaults
         std::fwrite(reply.data(), 1, reply.size(), output);
         std::fflush(output);
     }
+    if (std::ferror(input) != 0)
+        return Error{"standard input cannot be read"};
     return allRead;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/Instant.h"
+#include "base/Result.h"
 
 #include <cstdio>
 #include <functional>
@@ -24,7 +25,7 @@ struct JsonLinesDefaults {
 ///
 /// A line that cannot be read is answered by {"id":… or null,"error":"…"}. Malformed UTF-8 and lone
 /// surrogates read as U+FFFD, which is said on standard error. Lines above 16 MiB are refused, unread.
-/// Returns whether every line could be read.
-bool parseJsonLines(std::FILE* input, std::FILE* output, const JsonLinesDefaults& defaults);
+/// Returns whether every line could be read; the error is about the input itself.
+Result<bool> parseJsonLines(std::FILE* input, std::FILE* output, const JsonLinesDefaults& defaults);
 
 } // namespace quillo::cli

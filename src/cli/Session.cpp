@@ -1,6 +1,7 @@
 #include "cli/Session.h"
 
 #include "base/DataFolder.h"
+#include "unicode/SystemPlace.h"
 
 #include <utility>
 

@@ -12,6 +12,7 @@ constexpr int gap = 2;
 constexpr int boxColumns = 3;
 /// Titles longer than this do not push everybody's due date out of sight.
 constexpr int widestAlignedTitle = 60;
+/// However narrow the terminal, so much of a title is shown.
 constexpr int narrowestTitle = 10;
 
 struct Row {
@@ -56,21 +57,26 @@ std::string taskTable(const std::vector<NumberedItem>& tasks, Instant now, const
         rows.push_back(std::move(row));
     }
     titleColumns = std::min(titleColumns, widestAlignedTitle);
-    if (terminal.columns > 0) {
-        const int others = numberColumns + gap + boxColumns + gap + (dueColumns > 0 ? gap + dueColumns : 0);
-        titleColumns = std::min(titleColumns, std::max(terminal.columns - others, narrowestTitle));
-    }
+    const int columnsBefore = numberColumns + gap + boxColumns + gap;
+    const auto room = [&](const Row& row) {
+        const int behind = row.due.empty() ? 0 : gap + unicode::displayWidth(row.due);
+        return std::max(terminal.columns - columnsBefore - behind, narrowestTitle);
+    };
+    // Where the longest due date could not stand behind the column of titles, that column gets narrower.
+    if (terminal.columns > 0 && dueColumns > 0)
+        titleColumns = std::min(
+            titleColumns, std::max(terminal.columns - columnsBefore - gap - dueColumns, narrowestTitle));
 
     std::string lines;
     for (const Row& row : rows) {
         // Only a terminal has an edge at which titles have to be cut; a file or another program gets them
         // whole.
-        const std::string title = terminal.columns > 0 ? fitted(row.title, titleColumns) : row.title;
+        const std::string title = terminal.columns > 0 ? fitted(row.title, room(row)) : row.title;
         lines += blanks(numberColumns - static_cast<int>(row.number.size())) + row.number + blanks(gap);
         lines += row.item->isDone ? "[x]" : "[ ]";
         lines += blanks(gap) + terminal.styled(title, row.item->isDone ? Style::Dim : Style::Plain);
         if (!row.due.empty())
-            lines += blanks(gap + titleColumns - unicode::displayWidth(title)) +
+            lines += blanks(gap + std::max(titleColumns - unicode::displayWidth(title), 0)) +
                      terminal.styled(row.due, dueStyle(*row.item, now));
         lines += '\n';
     }

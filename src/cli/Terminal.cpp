@@ -5,6 +5,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace quillo::cli {
@@ -55,6 +56,12 @@ std::string onOneLine(std::string_view utf8) {
         line += unicode::isWhiteSpace(unit) ? u' ' : isControl(unit) ? u'\uFFFD' : unit;
     }
     return unicode::toUtf8(line);
+}
+
+void printError(std::string_view line) {
+    // One write a line: lines of several threads must not run into one another.
+    const std::string whole = "quillo: " + onOneLine(line) + "\n";
+    std::fwrite(whole.data(), 1, whole.size(), stderr);
 }
 
 } // namespace quillo::cli

@@ -23,4 +23,7 @@ struct Terminal {
 /// other control characters, and none of the characters that switch the writing direction for what follows.
 std::string onOneLine(std::string_view utf8);
 
+/// Prints one line on standard error, after the program's name. Any thread.
+void printError(std::string_view line);
+
 } // namespace quillo::cli

@@ -1,5 +1,6 @@
 #include "cli/Understanding.h"
 
+#include "cli/Terminal.h"
 #include "unicode/Text.h"
 
 #include <rapidjson/stringbuffer.h>
@@ -108,7 +109,7 @@ std::string membersOf(const Parse& parse, std::string_view text, const Trace* tr
 }
 
 std::string described(const Parse& parse, std::string_view text, const Trace* trace, const Place& place) {
-    std::string lines = "title           " + parse.task.title + "\n";
+    std::string lines = "title           " + onOneLine(parse.task.title) + "\n";
     if (parse.task.dueDate)
         lines += "due             " + place.format().dateAndTime(*parse.task.dueDate) + "\n";
     if (parse.task.interpretation)
@@ -116,7 +117,7 @@ std::string described(const Parse& parse, std::string_view text, const Trace* tr
     lines += std::string("path            ") + nameOf(parse.path) + "\n";
     if (trace) {
         for (const TraceEntry& entry : *trace) {
-            lines += "matched         \"" + matchedText(text, entry.range) + "\" at " +
+            lines += "matched         \"" + onOneLine(matchedText(text, entry.range)) + "\" at " +
                      std::to_string(entry.range.start) + "-" + std::to_string(entry.range.end) + ": " +
                      std::string(entry.family) + ", " + std::string(entry.rule) + "\n";
         }

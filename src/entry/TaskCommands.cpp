@@ -34,8 +34,11 @@ std::optional<std::size_t> wholeNumber(std::string_view text) {
     return value;
 }
 
-std::string tasks(std::size_t count) {
-    return count == 0 ? "is empty" : "has " + std::to_string(count) + (count == 1 ? " task" : " tasks");
+/// Says how long a list is. An empty one may be one that could not be read: nothing is said of that here.
+std::string lengthOf(const TaskList& items) {
+    if (items.empty())
+        return {};
+    return "; the list has " + std::to_string(items.size()) + (items.size() == 1 ? " task" : " tasks");
 }
 
 } // namespace
@@ -51,7 +54,7 @@ Result<NumberedItem> TaskCommands::find(std::string_view task) const {
 
     const std::optional<std::string> prefix = hexDigits(task);
     if (!prefix || prefix->size() < shortestPrefix)
-        return Error{"no task " + std::string(task) + "; the list " + tasks(items.size())};
+        return Error{"no task " + std::string(task) + lengthOf(items)};
     std::optional<std::size_t> found;
     for (std::size_t index = 0; index < items.size(); ++index) {
         if (!hexDigits(items[index].id.toString())->starts_with(*prefix))

@@ -117,10 +117,10 @@ private:
             return rest_.size();
         if (std::string_view("\"\\/bfnrt").find(escape[0]) != std::string_view::npos)
             return 1;
-        // The writer escapes control characters only, so there are no surrogates to match.
-        const bool isControl =
+        // The writer escapes control characters only. Nothing below U+0100 is half of a surrogate pair.
+        const bool isLow =
             escape.size() == 5 && escape.starts_with("u00") && isHexDigit(escape[3]) && isHexDigit(escape[4]);
-        return isControl ? 5 : rest_.size();
+        return isLow ? 5 : rest_.size();
     }
 
     std::string_view rest_;

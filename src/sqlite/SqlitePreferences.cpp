@@ -15,14 +15,12 @@ namespace quillo {
 
 namespace {
 
-using Failure = PreferencesFile::Failure;
-using LeftInFile = PreferencesFile::LeftInFile;
-using Contents = PreferencesFile::Contents;
-using Changes = PreferencesFile::Changes;
+using Contents = PreferencesContents;
+using Changes = PreferencesChanges;
 
 bool isLarge(const Value& value) {
     const auto* data = std::get_if<Data>(&value);
-    return data && data->bytes().size() > PreferencesFile::largeDataBytes;
+    return data && data->bytes().size() > preferences_table::largeDataBytes;
 }
 
 /// Why a change can never be written, if it cannot.
@@ -36,7 +34,7 @@ std::optional<Error> refusal(const Change& change) {
         if (const auto* text = std::get_if<std::string>(&*change.value))
             bytes = std::max(bytes, text->size());
     }
-    if (bytes > PreferencesFile::maximumBytes)
+    if (bytes > SqlitePreferences::maximumBytes)
         return Error{"a key or value is larger than the preferences can keep"};
     return std::nullopt;
 }
@@ -63,10 +61,10 @@ private:
     std::optional<Value> readLeftInFile(const std::string& key);
     void writePending();
     Changes takePending();
-    std::optional<Failure> write(const Changes& changes);
-    std::optional<Failure> startAfresh(Changes& changes);
+    std::optional<FileFailure> write(const Changes& changes);
+    std::optional<FileFailure> startAfresh(Changes& changes);
     void rescueLargeData();
-    void settle(Changes changes, const std::optional<Failure>& failure);
+    void settle(Changes changes, const std::optional<FileFailure>& failure);
     void forget(const std::string& key);
     void gatherEverything(Changes& changes);
 
@@ -154,10 +152,10 @@ std::optional<Value> SqlitePreferences::Writer::readLeftInFile(const std::string
     if (const auto* value = std::get_if<Value>(&*held))
         return *value;
     std::optional<Value> value;
-    const std::optional<Failure> failure = file_.readData(key, value);
+    const std::optional<FileFailure> failure = file_.readData(key, value);
     if (failure && failure->damaged() && file_.access() == Access::ReadWrite) {
         Changes changes = takePending();
-        const std::optional<Failure> restart = startAfresh(changes);
+        const std::optional<FileFailure> restart = startAfresh(changes);
         settle(std::move(changes), restart);
     } else if (failure) {
         report(failure->error);
@@ -169,7 +167,7 @@ void SqlitePreferences::Writer::writePending() {
     Changes changes = takePending();
     if (changes.empty())
         return;
-    std::optional<Failure> failure;
+    std::optional<FileFailure> failure;
     switch (file_.access()) {
     case Access::ReadWrite:
         failure = write(changes);
@@ -177,7 +175,7 @@ void SqlitePreferences::Writer::writePending() {
             failure = startAfresh(changes);
         break;
     case Access::ReadOnly:
-        failure = Failure{Error{file_.path().string() + " was opened for reading only"}};
+        failure = FileFailure{Error{file_.path().string() + " was opened for reading only"}};
         break;
     }
     settle(std::move(changes), failure);
@@ -189,7 +187,7 @@ Changes SqlitePreferences::Writer::takePending() {
     return std::exchange(pending_, {});
 }
 
-std::optional<Failure> SqlitePreferences::Writer::write(const Changes& changes) {
+std::optional<FileFailure> SqlitePreferences::Writer::write(const Changes& changes) {
     if (!file_.isOpen()) { // An earlier attempt to start afresh came only half way.
         Contents known;
         if (auto failure = file_.open(known))
@@ -200,11 +198,11 @@ std::optional<Failure> SqlitePreferences::Writer::write(const Changes& changes) 
 
 /// Moves the damaged file aside and makes a new one. `changes` are what was to be written; they become all
 /// that is known.
-std::optional<Failure> SqlitePreferences::Writer::startAfresh(Changes& changes) {
+std::optional<FileFailure> SqlitePreferences::Writer::startAfresh(Changes& changes) {
     rescueLargeData();
     gatherEverything(changes);
     if (const Outcome moved = file_.moveAside(); !moved)
-        return Failure{moved.error()};
+        return FileFailure{moved.error()};
     return write(changes);
 }
 
@@ -255,7 +253,7 @@ void SqlitePreferences::Writer::gatherEverything(Changes& changes) {
 }
 
 /// What is written is settled; what is not is pending again, unless it was changed meanwhile.
-void SqlitePreferences::Writer::settle(Changes changes, const std::optional<Failure>& failure) {
+void SqlitePreferences::Writer::settle(Changes changes, const std::optional<FileFailure>& failure) {
     if (failure) {
         if (!lastFailure_ || *lastFailure_ != failure->error)
             log(failure->error.message);
@@ -283,11 +281,10 @@ Result<std::unique_ptr<SqlitePreferences>> SqlitePreferences::open(const std::fi
                                                                    Access access) {
     PreferencesFile file(folder, access);
     Contents contents;
-    std::optional<Failure> failure = file.open(contents);
+    std::optional<FileFailure> failure = file.open(contents);
     if (failure && failure->damaged() && access == Access::ReadWrite) {
         if (const Outcome moved = file.moveAside(); !moved)
             return moved.error();
-        contents.clear();
         failure = file.open(contents);
     }
     if (failure)

@@ -10,10 +10,10 @@
 
 namespace quillo {
 
-/// Thread-safe. Values are read from memory, except data larger than PreferencesFile::largeDataBytes that is
-/// on disk already: value() reads that from the file, after the writes before it, and so waits for the disk.
-/// Writes happen on a thread of their own, in the order of the calls; several apply() calls may become one
-/// transaction, none is ever split.
+/// Thread-safe. Values are read from memory, except data larger than preferences_table::largeDataBytes that
+/// is on disk already: value() reads that from the file, after the writes before it, and so waits for the
+/// disk. Writes happen on a thread of their own, in the order of the calls; several apply() calls may become
+/// one transaction, none is ever split.
 ///
 /// What cannot be written is logged, stays visible to this process and is tried again with the next apply()
 /// or flush(). A damaged file is moved aside (moveDamagedAside) and a new one made, with every value that can
@@ -22,6 +22,9 @@ namespace quillo {
 class SqlitePreferences : public Preferences {
 public:
     using Access = PreferencesFile::Access;
+
+    /// No key and no value may have more bytes.
+    static constexpr std::size_t maximumBytes = 512 * 1024 * 1024;
 
     /// Opens `<folder>/preferences.sqlite`; see Access for what may be missing. The error is a line for the
     /// user.
@@ -33,7 +36,7 @@ public:
 
     std::optional<Value> value(std::string_view key) const override;
 
-    /// Changes with a key or value above PreferencesFile::maximumBytes, or a double that is no finite number,
+    /// Changes with a key or value above maximumBytes, or a double that is no finite number,
     /// are refused together with those they came with: logged, and reported by the next flush().
     void apply(std::vector<Change> changes) override;
 

@@ -1,12 +1,10 @@
 #include "unicode/CivilCalendar.h"
 
+#include "unicode/SystemPlace.h"
 #include "unicode/Text.h"
 
 #include <unicode/ucal.h>
 
-#include <array>
-#include <cmath>
-#include <cstdlib>
 #include <utility>
 
 namespace quillo::unicode {
@@ -62,20 +60,19 @@ std::optional<CivilCalendar> CivilCalendar::create(std::string_view zone, std::s
     const std::u16string zoneName = toUtf16(zone);
     const auto zoneLength = static_cast<std::int32_t>(zoneName.size());
 
-    // ucal_open takes an unknown zone for UTC; only the canonical name tells it from a known one.
-    UErrorCode status = U_ZERO_ERROR;
-    std::array<char16_t, 128> canonical;
-    ucal_getCanonicalTimeZoneID(zoneName.data(), zoneLength, canonical.data(), canonical.size(), nullptr,
-                                &status);
-    if (zoneName.empty() || U_FAILURE(status))
-        return std::nullopt;
+    if (!isKnownTimeZone(zone))
+        return std::nullopt; // ucal_open would take it for UTC.
 
     std::string localeName(locale);
     auto implementation = std::make_unique<Implementation>();
+    UErrorCode status = U_ZERO_ERROR;
     implementation->calendar =
         ucal_open(zoneName.data(), zoneLength, localeName.c_str(), UCAL_DEFAULT, &status);
     if (U_FAILURE(status))
         return std::nullopt;
+    // Other calendars have no such change, and say so; that is no failure.
+    UErrorCode notGregorian = U_ZERO_ERROR;
+    ucal_setGregorianChange(implementation->calendar, toMilliseconds(earliest) - 1, &notGregorian);
     return CivilCalendar(std::move(implementation), std::string(zone), std::move(localeName));
 }
 
@@ -122,27 +119,6 @@ std::optional<Instant> CivilCalendar::addMinutes(Instant instant, std::int64_t m
 double CivilCalendar::offsetFromUtc(Instant instant) const {
     implementation_->moveTo(instant);
     return implementation_->offset();
-}
-
-std::string systemTimeZone() {
-    UErrorCode status = U_ZERO_ERROR;
-    std::array<char16_t, 128> name;
-    const std::int32_t length = ucal_getDefaultTimeZone(name.data(), name.size(), &status);
-    if (U_FAILURE(status) || length == 0)
-        return "UTC";
-    return toUtf8({name.data(), static_cast<std::size_t>(length)});
-}
-
-std::string systemLocale() {
-    for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
-        const char* value = std::getenv(variable);
-        if (value == nullptr || *value == '\0')
-            continue;
-        std::string_view name = value;
-        name = name.substr(0, name.find_first_of(".@"));
-        return name == "C" || name == "POSIX" ? "en_US" : std::string(name);
-    }
-    return "en_US";
 }
 
 } // namespace quillo::unicode

@@ -1,6 +1,7 @@
 /// Days, months and clock times: what an instant is called where the user lives, and back.
 ///
-/// Civil time = f(instant, calendar, time zone). The calendar is the one usual in the user's locale.
+/// Civil time = f(instant, calendar, time zone). The calendar is the one usual in the user's locale; the
+/// Gregorian one is taken to have been in use always, as ISO 8601 has it.
 #pragma once
 
 #include "base/Instant.h"
@@ -82,12 +83,5 @@ private:
     std::string zone_;
     std::string locale_;
 };
-
-/// The name of the zone this machine's clock is set to (environment variable TZ, else /etc/localtime).
-std::string systemTimeZone();
-
-/// The locale in which dates are to be written: environment variables LC_ALL, LC_TIME, LANG, the first that
-/// is set; "en_US" where none is, or it names no language ("C", "POSIX").
-std::string systemLocale();
 
 } // namespace quillo::unicode

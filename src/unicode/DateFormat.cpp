@@ -63,10 +63,13 @@ std::string DateFormat::dateAndTime(Instant instant) const {
 std::u16string DateFormat::dateAtTimePattern() const {
     const auto patternOf = [this](UDateFormatStyle time, UDateFormatStyle date) {
         UErrorCode status = U_ZERO_ERROR;
-        UDateFormat* format = udat_open(time, date, locale_.c_str(), nullptr, 0, nullptr, 0, &status);
+        const Formatter formatter{std::unique_ptr<void, Formatter::Close>(
+            udat_open(time, date, locale_.c_str(), nullptr, 0, nullptr, 0, &status))};
+        if (U_FAILURE(status))
+            return std::u16string();
         std::array<char16_t, 256> pattern;
-        const std::int32_t length = udat_toPattern(format, false, pattern.data(), pattern.size(), &status);
-        udat_close(format);
+        const std::int32_t length = udat_toPattern(static_cast<const UDateFormat*>(formatter.format.get()),
+                                                   false, pattern.data(), pattern.size(), &status);
         return U_FAILURE(status) ? std::u16string()
                                  : std::u16string(pattern.data(), static_cast<std::size_t>(length));
     };

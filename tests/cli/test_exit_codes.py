@@ -77,7 +77,16 @@ class WrongUsage(CommandTest):
                 self.assert_wrong_usage(*words)
 
     def test_missing_words(self):
-        for words in (["add"], ["add", "--json"], ["add", "--"], ["done"], ["undone"], ["edit"], ["edit", "1"], ["delete"]):
+        for words in (
+            ["add"],
+            ["add", "--json"],
+            ["add", "--"],
+            ["done"],
+            ["undone"],
+            ["edit"],
+            ["edit", "1"],
+            ["delete"],
+        ):
             with self.subTest(words):
                 self.assert_wrong_usage(*words)
 
@@ -144,7 +153,8 @@ class Errors(CommandTest):
 
     def test_a_very_long_word_is_refused_like_any_other(self):
         self.done("add", "task")
-        for words, code in ((["x" * 100_000], 2), (["done", "9" * 100_000], 1), (["parse", "--now", "1" * 100_000, "x"], 1)):
+        long = "9" * 100_000
+        for words, code in (([long], 2), (["done", long], 1), (["parse", "--now", long, "x"], 1)):
             self.assert_refused(self.quillo(*words), code)
 
     def test_the_data_folder_may_have_a_dangerous_name(self):

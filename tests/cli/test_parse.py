@@ -19,7 +19,14 @@ CALL_MOM_ANSWER = (
 )
 KEYS = ["id", "hint", "title", "due", "interpretation", "path"]
 
-DANGEROUS_TEXTS = ["\x1b[31mred tomorrow\x1b[0m", "\x1b]0;title\x07 at 3", "\u009b2J at 3", "two\nlines at\n3", "\u202eat 3\r"]
+DANGEROUS_TEXTS = [
+    "\x1b[31mred tomorrow\x1b[0m",
+    "\x1b]0;title\x07 at 3",
+    "\u009b2J at 3",
+    "two\nlines at\n3",
+    "\u202eat 3\r",
+    "buy\nmilk",
+]
 
 
 class ForPeople(CommandTest):
@@ -45,10 +52,11 @@ class ForPeople(CommandTest):
     def test_nothing_that_drives_a_terminal_is_shown(self):
         for text in DANGEROUS_TEXTS:
             with self.subTest(text):
-                plain = self.done("parse", "--now", NOW, "red tomorrow", "--trace").output
                 answer = self.done("parse", "--now", NOW, "--trace", "--", text)
                 self.assert_fit_for_terminals(answer.output)
-                self.assertLessEqual(len(answer.lines), len(plain.splitlines()) + 1)
+                # A line end in the text makes no line that looks as if it were ours.
+                on_one_line = self.done("parse", "--now", NOW, "--trace", "--", text.replace("\n", " "))
+                self.assertEqual(len(answer.lines), len(on_one_line.lines))
 
     def test_uses_the_users_locale(self):
         output = self.done("parse", "--now", NOW, "tomorrow", environment={"LC_ALL": "de_DE.UTF-8"}).output
@@ -145,7 +153,7 @@ class AsJson(CommandTest):
             self.assertEqual(answer["due"], noon_utc - hours * 3600, zone)
 
     def test_an_unknown_time_zone_is_refused(self):
-        for zone in ("Nowhere/Nothing", "europe/berlin", "Europe", "Berlin", "+01:00", " UTC", "UTC ", "%s", "x" * 10_000):
+        for zone in ("Nowhere/Nothing", "europe/berlin", "Europe", "+01:00", " UTC", "UTC ", "%s", "x" * 10_000):
             with self.subTest(zone):
                 self.assert_refused(self.quillo("parse", "--time-zone", zone, "x"), 1)
 
@@ -160,8 +168,9 @@ class AsJson(CommandTest):
         self.assertIn("水", interpretation("ja"))
 
     def test_the_locale_does_not_change_what_is_understood(self):
-        due = {self.parse("x tomorrow", "--now", NOW, "--locale", locale)["due"] for locale in ("en", "ar", "th", "fa", "ja")}
-        self.assertEqual(due, {1741161600})
+        for locale in ("en", "ar", "th", "fa", "ja"):
+            answer = self.parse("x tomorrow", "--now", NOW, "--locale", locale)
+            self.assertEqual(answer["due"], 1741161600, locale)
 
     def test_a_strange_locale_is_no_obstacle(self):
         for locale in ("xx_YY", "garbage", "$%&/()", "x" * 400, "en_US@calendar=buddhist"):
@@ -213,10 +222,10 @@ def ask(process, request):
 
 class JsonLines(CommandTest):
     def lines(self, *requests, code=0, errors="", options=(), **more):
-        """The answers to the requests: dictionaries, or lines as bytes."""
+        """The answers to the requests: dictionaries, or lines as bytes. `errors` may be None: whatever was said."""
         text = b"".join(r if isinstance(r, bytes) else json.dumps(r).encode() + b"\n" for r in requests)
         answer = self.quillo("parse", "--jsonl", *options, text=text, **more)
-        self.assertEqual((answer.code, answer.errors), (code, errors))
+        self.assertEqual((answer.code, answer.errors), (code, answer.errors if errors is None else errors))
         self.assertTrue(answer.output == "" or answer.output.endswith("\n"))
         return [json.loads(line) for line in answer.output.split("\n")[:-1]]
 
@@ -255,8 +264,9 @@ class JsonLines(CommandTest):
 
     def test_every_kind_of_id_comes_back(self):
         ids = [
-            0, -1, 1.5, 0.1, 1e23, True, False, None, "", "x", "ä🙂\u0000\u001f\"\\/\u2028", [], {}, [1, [2, {"a": None}]],
-            {"a": {"b": [1.25, "c"]}}, 9007199254740993, 18446744073709551615, -9223372036854775808, "x" * 100_000,
+            0, -1, 1.5, 0.1, 1e23, 9007199254740993, 18446744073709551615, -9223372036854775808, True, False, None,
+            "", "x", "ä🙂\u0000\u001f\"\\/\u2028", "x" * 100_000, [], {}, [1, [2, {"a": None}]],
+            {"a": {"b": [1.25, "c"]}},
         ]  # fmt: skip
         answers = self.lines(*({"id": each, "text": "x"} for each in ids))
         for each, answer in zip(ids, answers, strict=True):
@@ -360,9 +370,9 @@ class JsonLines(CommandTest):
         ]  # fmt: skip
         for line in bad:
             with self.subTest(line):
-                answer = self.quillo("parse", "--jsonl", text=b'{"id":"before","text":""}\n' + line + b'\n{"id":"after","text":""}\n')
-                self.assertEqual(answer.code, 1)
-                before, refused, after = [json.loads(each) for each in answer.lines]
+                before, refused, after = self.lines(
+                    {"id": "before", "text": ""}, line + b"\n", {"id": "after", "text": ""}, code=1, errors=None
+                )
                 self.assertEqual((before["id"], after["id"]), ("before", "after"))
                 self.assertEqual((list(refused), refused["id"]), (["id", "error"], None))
 

@@ -16,7 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     char* answers = nullptr;
     std::size_t length = 0;
     std::FILE* out = open_memstream(&answers, &length);
-    quillo::cli::parseJsonLines(in, out, {[] { return quillo::Instant::fromUnixSeconds(1741496400.5); }, "UTC", "en_US"});
+    (void)quillo::cli::parseJsonLines(
+        in, out, {[] { return quillo::Instant::fromUnixSeconds(1741496400.5); }, "UTC", "en_US"});
     std::fclose(in);
     std::fclose(out);
 

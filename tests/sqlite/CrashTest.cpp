@@ -18,8 +18,8 @@ namespace {
 
 /// Data of a size that differs with the number: small, large, and around the bound between the two.
 std::string listOf(std::int64_t number) {
-    const std::array<std::size_t, 5> sizes{40, 3000, PreferencesFile::largeDataBytes,
-                                           PreferencesFile::largeDataBytes + 1, 400'000};
+    const std::array<std::size_t, 5> sizes{40, 3000, preferences_table::largeDataBytes,
+                                           preferences_table::largeDataBytes + 1, 400'000};
     return largeBytes(static_cast<unsigned>(number), sizes[static_cast<std::size_t>(number) % sizes.size()]);
 }
 

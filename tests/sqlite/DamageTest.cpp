@@ -16,7 +16,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 
-constexpr std::size_t pageSize = 16384;
+constexpr std::size_t pageSize = 32768;
 
 /// Two large values, and what belongs to one of them.
 void makePreferences(const TemporaryFolder& folder) {
@@ -101,6 +101,24 @@ TEST(Damage, ABrokenTableIsMovedAside) {
     EXPECT_THAT(openingError(folder.path(), Access::ReadOnly), HasSubstr("it is damaged"));
     EXPECT_EQ(openPreferences(folder.path())->value("lifetime"), std::nullopt);
     EXPECT_THAT(folder.damaged(), ElementsAre(Pair("", file)));
+}
+
+/// One that another program made and that is not in write-ahead mode: not even that is changed before it is
+/// moved.
+TEST(Damage, ABrokenFileInAnotherModeIsMovedAsideAsItIs) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(RawDatabase(folder.file())
+                  .run("PRAGMA page_size=512; PRAGMA application_id=0x514C4C4F; PRAGMA user_version=1;"
+                       "CREATE TABLE preferences(key TEXT PRIMARY KEY, type TEXT NOT NULL, value);"
+                       "INSERT INTO preferences VALUES('list', 'data', zeroblob(5000))"),
+              SQLITE_OK);
+    std::string file = TemporaryFolder::read(folder.file());
+    file.replace(512, 8, 8, '\xEE');
+    TemporaryFolder::write(folder.file(), file);
+    const CapturedLog log;
+    openPreferences(folder.path())->set("a", true);
+    EXPECT_THAT(folder.damaged(), ElementsAre(Pair("", file)));
+    EXPECT_EQ(openPreferences(folder.path())->boolean("a"), true);
 }
 
 TEST(Damage, MovingAsideTwiceOverwritesNothing) {

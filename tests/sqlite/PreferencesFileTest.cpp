@@ -51,7 +51,7 @@ TEST(PreferencesFile, IsWhatOtherProgramsExpect) {
     EXPECT_EQ(other.value("PRAGMA application_id"), std::to_string(0x514C4C4F));
     EXPECT_EQ(other.value("PRAGMA user_version"), "1");
     EXPECT_EQ(other.value("PRAGMA journal_mode"), "wal");
-    EXPECT_EQ(other.value("PRAGMA page_size"), "16384");
+    EXPECT_EQ(other.value("PRAGMA page_size"), "32768");
     EXPECT_EQ(other.value("PRAGMA encoding"), "UTF-8");
     EXPECT_EQ(other.value("PRAGMA integrity_check"), "ok");
     EXPECT_THAT(other.column("SELECT key || ' ' || type || ' ' || typeof(value) || ' ' || quote(value)"
@@ -216,8 +216,7 @@ TEST(PreferencesFile, RefusesATableLaidOutDifferently) {
                             "CREATE TABLE preferences(key TEXT PRIMARY KEY, value)",
                             "CREATE TABLE t(key, type, value); CREATE VIEW preferences AS SELECT * FROM t"}) {
         const TemporaryFolder folder;
-        const std::string ours =
-            "PRAGMA journal_mode=WAL; PRAGMA application_id=0x514C4C4F; PRAGMA user_version=1;";
+        const std::string ours = "PRAGMA application_id=0x514C4C4F; PRAGMA user_version=1;";
         ASSERT_EQ(RawDatabase(folder.file()).run(ours + sql), SQLITE_OK);
         const auto before = folder.contents();
         for (const Access access : {Access::ReadOnly, Access::ReadWrite})

@@ -37,8 +37,8 @@ TEST(SqlitePreferences, KeepsEveryType) {
         {"data", Data("\x00\xFF{}"s)},
         {"data.empty", Data()},
         {"data.large", Data(largeBytes())},
-        {"data.at.bound", Data(largeBytes(2, PreferencesFile::largeDataBytes))},
-        {"data.above.bound", Data(largeBytes(3, PreferencesFile::largeDataBytes + 1))},
+        {"data.at.bound", Data(largeBytes(2, preferences_table::largeDataBytes))},
+        {"data.above.bound", Data(largeBytes(3, preferences_table::largeDataBytes + 1))},
         {"integer", std::int64_t{42}},
         {"integer.zero", std::int64_t{0}},
         {"integer.one", std::int64_t{1}},
@@ -135,7 +135,7 @@ TEST(SqlitePreferences, RefusesTooLargeValues) {
     const TemporaryFolder folder;
     const CapturedLog log;
     const auto preferences = openPreferences(folder.path());
-    preferences->set("list", Data(std::string(PreferencesFile::maximumBytes + 1, '\0')));
+    preferences->set("list", Data(std::string(SqlitePreferences::maximumBytes + 1, '\0')));
     EXPECT_THAT(flushError(*preferences), HasSubstr("larger than"));
     EXPECT_EQ(preferences->value("list"), std::nullopt);
 }
@@ -171,7 +171,7 @@ TEST(SqlitePreferences, ManySmallChangesBecomeFewTransactions) {
 rc::Gen<Value> arbitraryValue() {
     const auto finite = rc::gen::suchThat<double>([](double number) { return std::isfinite(number); });
     const auto large = rc::gen::map(rc::gen::arbitrary<unsigned>(), [](unsigned seed) {
-        return Value(Data(largeBytes(seed, PreferencesFile::largeDataBytes - 1000 + seed % 2000)));
+        return Value(Data(largeBytes(seed, preferences_table::largeDataBytes - 1000 + seed % 2000)));
     });
     return rc::gen::oneOf(
         rc::gen::map<std::string>([](std::string bytes) { return Value(Data(std::move(bytes))); }),

@@ -16,7 +16,6 @@ namespace {
 using support::numberedId;
 using support::numberedTasks;
 using support::Task;
-using support::titles;
 
 std::vector<TodoItem> contents(const TaskList& list) {
     return {list.begin(), list.end()};

@@ -121,7 +121,7 @@ TEST_F(TodoStoreTest, AnnouncesNoEmptyInboxWhenTasksGoOtherwise) {
 
 TEST_F(TodoStoreTest, TellsCompletionListenersInOrderAfterTheEmptyInbox) {
     start({Task("a").id(numberedId(1))});
-    const auto listener = [this](std::string name) {
+    const auto listener = [this](const std::string& name) {
         return [this, name](const TodoItem& item, Instant at) {
             EXPECT_EQ(item, store->items()[0]);
             EXPECT_EQ(at, world.clock.now());

@@ -1,7 +1,5 @@
 #include "unicode/CivilCalendar.h"
 
-#include "support/EnvironmentVariable.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -97,19 +95,6 @@ TEST(CivilCalendar, CountsYearsAsTheUsersCalendarDoesButContinuously) {
     CivilDate nextYear = time.date;
     ++nextYear.year;
     EXPECT_EQ(bangkok.instant(nextYear, time.time) - instant, 365 * 86400);
-}
-
-TEST(SystemLocale, IsTheFirstOfItsVariablesThatIsSet) {
-    const support::EnvironmentVariable all("LC_ALL", "");
-    const support::EnvironmentVariable lang("LANG", "fr_FR.UTF-8");
-    {
-        const support::EnvironmentVariable time("LC_TIME", "de_DE.UTF-8@euro");
-        EXPECT_EQ(systemLocale(), "de_DE");
-    }
-    const support::EnvironmentVariable time("LC_TIME", "");
-    EXPECT_EQ(systemLocale(), "fr_FR");
-    const support::EnvironmentVariable none("LANG", "C.UTF-8");
-    EXPECT_EQ(systemLocale(), "en_US");
 }
 
 } // namespace

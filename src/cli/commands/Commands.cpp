@@ -9,35 +9,79 @@ namespace {
 
 constexpr std::size_t any = std::numeric_limits<std::size_t>::max();
 
+std::optional<std::string> objectionToList(const Arguments& arguments) {
+    if (arguments.has("all") && arguments.has("done"))
+        return "--all and --done exclude each other";
+    return std::nullopt;
+}
+
+std::optional<std::string> objectionToParse(const Arguments& arguments) {
+    if (arguments.has("jsonl") && !arguments.words().empty())
+        return "--jsonl takes its texts from standard input";
+    if (!arguments.has("jsonl") && arguments.words().empty())
+        return "something is missing";
+    return std::nullopt;
+}
+
+std::optional<std::string> objectionToHelp(const Arguments& arguments) {
+    if (!arguments.words().empty() && findCommand(arguments.words().front()) == nullptr)
+        return "unknown command \"" + arguments.words().front() + "\"";
+    return std::nullopt;
+}
+
 const Command all[] = {
-    {"add",
-     "[--json] TEXT...",
-     "Adds a task; dates and times in the text become its due date",
-     {{"json"}},
-     1,
-     any,
-     add},
-    {"list",
-     "[--all|--done] [--json]",
-     "Lists the open tasks, all of them, or those that are done",
-     {{"all"}, {"done"}, {"json"}},
-     0,
-     0,
-     list},
-    {"done", "TASK", "Completes a task, named by its number or identifier", {}, 1, 1, done},
-    {"undone", "TASK", "Makes a completed task open again", {}, 1, 1, undone},
-    {"edit", "TASK TEXT...", "Gives a task a new title, taken as it stands", {}, 2, any, edit},
-    {"delete", "TASK", "Deletes a task", {}, 1, 1, remove},
-    {"clear-completed", "", "Deletes all tasks that are done", {}, 0, 0, clearCompleted},
-    {"parse",
-     "[--now WHEN] [--time-zone ZONE] [--locale LOCALE] [--json] [--trace] TEXT... | --jsonl",
-     "Shows what would be understood of a text; adds nothing",
-     {{"now", true}, {"time-zone", true}, {"locale", true}, {"json"}, {"trace"}, {"jsonl"}},
-     0,
-     any,
-     parse},
-    {"help", "[COMMAND]", "Lists the commands, or explains one", {}, 0, 1, help},
-    {"version", "", "Prints the version", {}, 0, 0, version},
+    {.name = "add",
+     .synopsis = "[--json] TEXT...",
+     .summary = "Adds a task; dates and times in the text become its due date",
+     .options = {{"json"}},
+     .fewestWords = 1,
+     .mostWords = any,
+     .run = add},
+    {.name = "list",
+     .synopsis = "[--all|--done] [--json]",
+     .summary = "Lists the open tasks, all of them, or those that are done",
+     .options = {{"all"}, {"done"}, {"json"}},
+     .objection = objectionToList,
+     .run = list},
+    {.name = "done",
+     .synopsis = "TASK",
+     .summary = "Completes a task, named by its number or identifier",
+     .fewestWords = 1,
+     .mostWords = 1,
+     .run = done},
+    {.name = "undone",
+     .synopsis = "TASK",
+     .summary = "Makes a completed task open again",
+     .fewestWords = 1,
+     .mostWords = 1,
+     .run = undone},
+    {.name = "edit",
+     .synopsis = "TASK TEXT...",
+     .summary = "Gives a task a new title, taken as it stands",
+     .fewestWords = 2,
+     .mostWords = any,
+     .run = edit},
+    {.name = "delete",
+     .synopsis = "TASK",
+     .summary = "Deletes a task",
+     .fewestWords = 1,
+     .mostWords = 1,
+     .run = remove},
+    {.name = "clear-completed", .summary = "Deletes all tasks that are done", .run = clearCompleted},
+    {.name = "parse",
+     .synopsis = "[--now WHEN] [--time-zone ZONE] [--locale LOCALE] [--json] [--trace] TEXT... | --jsonl",
+     .summary = "Shows what would be understood of a text; adds nothing",
+     .options = {{"now", true}, {"time-zone", true}, {"locale", true}, {"json"}, {"trace"}, {"jsonl"}},
+     .mostWords = any,
+     .objection = objectionToParse,
+     .run = parse},
+    {.name = "help",
+     .synopsis = "[COMMAND]",
+     .summary = "Lists the commands, or explains one",
+     .mostWords = 1,
+     .objection = objectionToHelp,
+     .run = help},
+    {.name = "version", .summary = "Prints the version", .run = version},
 };
 
 } // namespace

@@ -7,10 +7,7 @@ namespace quillo::cli {
 
 ExitCode help(const Arguments& arguments) {
     if (!arguments.words().empty()) {
-        const std::string& name = arguments.words().front();
-        const Command* command = findCommand(name);
-        if (command == nullptr)
-            return failed({"no command \"" + name + "\""});
+        const Command* command = findCommand(arguments.words().front());
         std::printf("usage: quillo %s\n\n%s.\n", usageOf(*command).c_str(),
                     std::string(command->summary).c_str());
         return ExitCode::Done;

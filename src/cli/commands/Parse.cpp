@@ -1,8 +1,10 @@
 #include "base/Clock.h"
 #include "cli/JsonLines.h"
 #include "cli/Understanding.h"
+#include "cli/Warnings.h"
 #include "cli/When.h"
 #include "cli/commands/Commands.h"
+#include "unicode/SystemPlace.h"
 
 #include <cstdio>
 
@@ -28,7 +30,11 @@ ExitCode parse(const Arguments& arguments) {
         // Scripts get the same answers everywhere: the user's locale counts only where it is asked for.
         const JsonLinesDefaults defaults{[&] { return *now(); }, effectiveZone,
                                          locale.empty() ? "en_US" : locale};
-        return parseJsonLines(stdin, stdout, defaults) ? ExitCode::Done : ExitCode::Failed;
+        showWarningsAtOnce(); // About a line, while it is being looked at; and there may be any number.
+        const Result<bool> allRead = parseJsonLines(stdin, stdout, defaults);
+        if (!allRead)
+            return failed(allRead.error());
+        return *allRead ? ExitCode::Done : ExitCode::Failed;
     }
 
     const std::string text = arguments.text();

@@ -1,0 +1,15 @@
+/// What the log has to say while a command runs.
+///
+/// A command that fails reports one line, its error; so warnings wait until it is known how the command
+/// ended.
+#pragma once
+
+namespace quillo::cli {
+
+/// Keeps lines for the log back: the first few, as a command has little to say.
+void holdWarnings();
+
+/// Shows what was held back on standard error, and from now on each line as it comes.
+void showWarningsAtOnce();
+
+} // namespace quillo::cli
