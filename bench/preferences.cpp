@@ -92,8 +92,8 @@ void savePlainly(benchmark::State& state) {
     if (sqlite3_open((folder.path() / "plain.sqlite").c_str(), &database) != SQLITE_OK)
         std::abort();
     run(database,
-        "PRAGMA page_size=16384; PRAGMA cache_size=-256; PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL;"
-        "PRAGMA secure_delete=FAST; PRAGMA wal_autocheckpoint=1024; PRAGMA journal_size_limit=33554432;"
+        "PRAGMA page_size=32768; PRAGMA cache_size=-256; PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL;"
+        "PRAGMA secure_delete=FAST; PRAGMA wal_autocheckpoint=512; PRAGMA journal_size_limit=33554432;"
         "CREATE TABLE preferences(key TEXT PRIMARY KEY, type TEXT NOT NULL, value)");
     sqlite3_stmt* remove = nullptr;
     sqlite3_stmt* insert = nullptr;

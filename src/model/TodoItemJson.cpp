@@ -205,7 +205,7 @@ std::optional<std::vector<TodoItem>> decodeStoredItems(std::string_view bytes) {
         document.get_array().get(array) != simdjson::SUCCESS)
         return std::nullopt;
     std::vector<TodoItem> items;
-    items.reserve(bytes.size() / 200); // What most tasks take.
+    items.reserve(bytes.size() / 100); // More than there are: memory that is not touched costs nothing.
     for (auto element : array) {
         ondemand::value value;
         if (element.get(value) != simdjson::SUCCESS || !readItem(value, items.emplace_back()))
