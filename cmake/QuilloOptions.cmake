@@ -2,6 +2,7 @@
 option(QUILLO_BUILD_TESTS "Build the tests" ON)
 option(QUILLO_BUILD_BENCHMARKS "Build the benchmarks (bench/)" OFF)
 option(QUILLO_BUILD_FUZZERS "Build the libFuzzer targets (clang only)" OFF)
+option(QUILLO_WARNINGS_AS_ERRORS "Let no warning pass (for developing; compilers to come may warn of more)" OFF)
 option(QUILLO_CLANG_TIDY "Run clang-tidy beside the compiler" OFF)
 set(QUILLO_SANITIZE "" CACHE STRING "Comma-separated sanitizers for every target, for example address,undefined")
 
@@ -21,7 +22,14 @@ if(QUILLO_CCACHE)
 endif()
 
 add_library(quillo_flags INTERFACE)
-target_compile_options(quillo_flags INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_compile_options(quillo_flags INTERFACE -Wall -Wextra -Wpedantic)
+if(QUILLO_WARNINGS_AS_ERRORS)
+  target_compile_options(quillo_flags INTERFACE -Werror)
+endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # False alarms about std::string in optimised builds: https://gcc.gnu.org/bugzilla/show_bug.cgi?id=105651
+  target_compile_options(quillo_flags INTERFACE -Wno-restrict)
+endif()
 if(QUILLO_SANITIZE)
   add_compile_options(-fsanitize=${QUILLO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")

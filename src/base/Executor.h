@@ -5,14 +5,14 @@
 
 namespace quillo {
 
-using Task = std::function<void()>;
+using Work = std::function<void()>;
 
 /// Thread-safe: any thread may post. Tasks run one at a time, in the order they were posted, on the
 /// executor's thread.
 class Executor {
 public:
     virtual ~Executor() = default;
-    virtual void post(Task task) = 0;
+    virtual void post(Work task) = 0;
 };
 
 } // namespace quillo

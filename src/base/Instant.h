@@ -19,7 +19,8 @@ struct Instant {
     static constexpr Instant fromUnixSeconds(double seconds) { return Instant{seconds - epochSince1970}; }
     constexpr double unixSeconds() const { return secondsSince2001 + epochSince1970; }
 
-    friend constexpr auto operator<=>(Instant, Instant) = default;
+    friend constexpr auto operator<=>(Instant,
+                                      Instant) = default; // NOLINT(modernize-use-nullptr): not in ours
 };
 
 constexpr Instant operator+(Instant instant, double seconds) {

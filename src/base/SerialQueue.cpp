@@ -32,11 +32,11 @@ SerialQueue::~SerialQueue() {
     thread_.join();
 }
 
-void SerialQueue::post(Task task) {
+void SerialQueue::post(Work task) {
     enqueue({std::move(task), 0});
 }
 
-void SerialQueue::postReplacing(ReplaceableKind kind, Task task) {
+void SerialQueue::postReplacing(ReplaceableKind kind, Work task) {
     enqueue({std::move(task), kind});
 }
 
@@ -48,8 +48,10 @@ void SerialQueue::enqueue(Entry entry) {
             return;
         }
         waiting_.push_back(std::move(entry));
-        if (!thread_.joinable())
+        if (!thread_.joinable()) {
             thread_ = std::thread(&SerialQueue::run, this);
+            setBackgroundPriority(thread_.native_handle(), true);
+        }
     }
     wake_.notify_one();
 }
@@ -75,16 +77,15 @@ void SerialQueue::run() {
     const std::size_t keptByKernel = 15;
     const std::size_t skipped = label_.size() > keptByKernel ? label_.size() - keptByKernel : 0;
     pthread_setname_np(pthread_self(), label_.c_str() + skipped);
-    setBackgroundPriority(pthread_self(), true);
 
     std::unique_lock lock(mutex_);
     for (;;) {
         wake_.wait(lock, [this] { return stopping_ || !waiting_.empty(); });
         if (waiting_.empty())
             return;
-        Task task = std::move(waiting_.front().task);
+        Work task = std::move(waiting_.front().task);
         waiting_.pop_front();
-        std::vector<Task> replaced = std::exchange(replaced_, {});
+        std::vector<Work> replaced = std::exchange(replaced_, {});
         lock.unlock();
         replaced.clear();
         task();

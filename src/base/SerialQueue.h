@@ -30,19 +30,19 @@ public:
     SerialQueue(const SerialQueue&) = delete;
     SerialQueue& operator=(const SerialQueue&) = delete;
 
-    void post(Task task) override;
+    void post(Work task) override;
 
     /// Like post, but where the task at the queue's end still waits and is of the same `kind`, takes its
     /// place. The replaced task is never run; it is destroyed on the queue's thread, with whatever it
     /// captured.
-    void postReplacing(ReplaceableKind kind, Task task);
+    void postReplacing(ReplaceableKind kind, Work task);
 
     /// Returns when everything posted before the call is done. Never call it from the queue's own thread.
     void drain();
 
 private:
     struct Entry {
-        Task task;
+        Work task;
         ReplaceableKind kind = 0;
     };
 
@@ -54,7 +54,7 @@ private:
     std::condition_variable wake_;
     std::condition_variable idle_;
     std::deque<Entry> waiting_;
-    std::vector<Task> replaced_;
+    std::vector<Work> replaced_;
     bool stopping_ = false;
     std::thread thread_;
 };

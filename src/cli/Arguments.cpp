@@ -19,22 +19,25 @@ Result<Arguments> Arguments::read(const std::vector<std::string>& words, const s
             optionsEnded = true;
             continue;
         }
+        if (word == "-h" || word == "--help") {
+            arguments.options_["help"];
+            continue;
+        }
         const std::size_t equals = word.find('=');
         const std::string name = word.substr(0, equals);
-        const auto known = std::find_if(options.begin(), options.end(), [&](const Option& option) {
-            return name == std::string("--") + option.name;
-        });
+        const auto known = std::find_if(options.begin(), options.end(),
+                                        [&](const Option& option) { return name.substr(2) == option.name; });
         const bool hasValue = equals != std::string::npos;
-        if (known == options.end() || (hasValue && !known->takesValue))
-            return Error{"unknown option " + word};
+        if (known == options.end() || (hasValue && known->value.empty()))
+            return Error{"unknown option " + word + " (-- ends the options)"};
         std::string value;
         if (hasValue)
             value = word.substr(equals + 1);
-        else if (known->takesValue && ++at == words.size())
+        else if (!known->value.empty() && ++at == words.size())
             return Error{word + " needs a value"};
-        else if (known->takesValue)
+        else if (!known->value.empty())
             value = words[at];
-        arguments.options_[known->name] = std::move(value);
+        arguments.options_[std::string(known->name)] = std::move(value);
     }
 
     for (std::string& word : arguments.words_)

@@ -3,7 +3,6 @@
 
 #include "base/Result.h"
 
-#include <initializer_list>
 #include <map>
 #include <optional>
 #include <string>
@@ -12,10 +11,11 @@
 
 namespace quillo::cli {
 
-/// An option that a command knows: --name, or --name VALUE.
+/// An option that a command knows: --name, or --name VALUE. All know --help, also as -h.
 struct Option {
-    const char* name;
-    bool takesValue = false;
+    std::string_view name;
+    std::string_view explanation;
+    std::string_view value = {}; ///< what its value is called in explanations; empty if it takes none
 };
 
 class Arguments {

@@ -21,13 +21,11 @@ ExitCode wrongUsage(const std::string& what, const std::string& usage) {
 
 ExitCode runCommand(const Command& command, const std::vector<std::string>& words) {
     const std::string usage = usageOf(command);
-    std::vector<Option> options = command.options;
-    options.push_back({"help"});
-    const Result<Arguments> arguments = Arguments::read(words, options);
+    const Result<Arguments> arguments = Arguments::read(words, command.options);
     if (!arguments)
         return wrongUsage(arguments.error().message, usage);
     if (arguments->has("help")) {
-        std::printf("usage: quillo %s\n\n%s.\n", usage.c_str(), std::string(command.summary).c_str());
+        std::fputs(explanationOf(command).c_str(), stdout);
         return ExitCode::Done;
     }
     const std::vector<std::string>& given = arguments->words();
@@ -62,7 +60,7 @@ ExitCode run(std::vector<std::string> words) {
 } // namespace
 
 ExitCode failed(const Error& error) {
-    printError(error.message);
+    printError(error.message + heldWarningsBeside(error.message));
     return ExitCode::Failed;
 }
 

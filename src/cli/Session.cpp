@@ -28,8 +28,12 @@ Result<std::unique_ptr<Session>> Session::open(Purpose purpose) {
     auto calendar = unicode::CivilCalendar::create(unicode::systemTimeZone(), unicode::systemLocale());
     if (!calendar)
         return Error{"unknown time zone \"" + unicode::systemTimeZone() + "\""};
-    return std::unique_ptr<Session>(
+    std::unique_ptr<Session> session(
         new Session(*folder, std::move(lock), std::move(*preferences), std::move(*calendar)));
+    // A list that could not be read because of the disk is not an empty one.
+    if (const Outcome read = session->preferences_->flush(); !read)
+        return read.error();
+    return session;
 }
 
 Session::Session(std::filesystem::path folder, std::optional<PreferencesLock> lock,
@@ -41,9 +45,12 @@ Session::Session(std::filesystem::path folder, std::optional<PreferencesLock> lo
       addTask_(parser_, clock_, store_), commands_(addTask_, store_) {}
 
 Outcome Session::commit() {
-    if (const Outcome saved = store_.drain(); !saved)
-        return saved;
-    return preferences_->flush();
+    Outcome outcome = store_.drain();
+    if (outcome)
+        outcome = preferences_->flush();
+    if (!outcome)
+        preferences_->discard(); // Nobody shall find later what was said not to be there.
+    return outcome;
 }
 
 } // namespace quillo::cli

@@ -34,6 +34,16 @@ void holdWarnings() {
     });
 }
 
+std::string heldWarningsBeside(std::string_view error) {
+    const std::lock_guard lock(kept().mutex);
+    std::string beside;
+    for (const std::string& line : kept().lines) {
+        if (!line.starts_with(error))
+            beside += (beside.empty() ? " (" : "; ") + line;
+    }
+    return beside.empty() ? beside : beside + ")";
+}
+
 void showWarningsAtOnce() {
     setLogSink(printError);
     for (const std::string& line : std::exchange(kept().lines, {}))

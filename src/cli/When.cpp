@@ -47,8 +47,11 @@ public:
     /// Any number of digits behind a decimal point.
     double fraction() {
         double value = 0;
-        for (double place = 0.1; const char digit = take("0123456789"); place /= 10)
+        double place = 0.1;
+        for (char digit = take("0123456789"); digit != '\0'; digit = take("0123456789")) {
             value += (digit - '0') * place;
+            place /= 10;
+        }
         return value;
     }
 
@@ -103,20 +106,20 @@ std::optional<IsoTime> readIsoTime(std::string_view text) {
     return iso;
 }
 
-} // namespace
-
-Result<Instant> readWhen(double secondsSince1970) {
+Result<Instant> withinCalendar(double secondsSince1970) {
     const Instant instant = Instant::fromUnixSeconds(secondsSince1970);
     if (!(instant >= CivilCalendar::earliest && instant < CivilCalendar::latest))
         return Error{"a time must lie in the years 1 to 9999"};
     return instant;
 }
 
+} // namespace
+
 Result<Instant> readWhen(std::string_view text, std::string_view zone) {
     double seconds = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
     if (error == std::errc() && end == text.data() + text.size())
-        return readWhen(seconds);
+        return withinCalendar(seconds);
 
     const std::optional<IsoTime> iso = readIsoTime(text);
     if (!iso)
@@ -126,8 +129,8 @@ Result<Instant> readWhen(std::string_view text, std::string_view zone) {
         CivilCalendar::create(iso->minutesFromUtc ? "UTC" : zone, "en_US@calendar=gregorian");
     if (!calendar)
         return Error{"unknown time zone \"" + std::string(zone) + "\""};
-    return readWhen((calendar->instant(iso->date, iso->time) + iso->seconds).unixSeconds() -
-                    iso->minutesFromUtc.value_or(0) * 60.0);
+    return withinCalendar((calendar->instant(iso->date, iso->time) + iso->seconds).unixSeconds() -
+                          iso->minutesFromUtc.value_or(0) * 60.0);
 }
 
 } // namespace quillo::cli

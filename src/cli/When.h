@@ -13,7 +13,4 @@ namespace quillo::cli {
 /// missing. Or the seconds since 1970-01-01 00:00:00 UTC as a decimal number. Years 1 to 9999.
 Result<Instant> readWhen(std::string_view text, std::string_view zone);
 
-/// The same for seconds since 1970 that are a number already.
-Result<Instant> readWhen(double secondsSince1970);
-
 } // namespace quillo::cli

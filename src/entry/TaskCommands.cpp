@@ -49,12 +49,17 @@ NumberedItem TaskCommands::numbered(std::size_t index) const {
 
 Result<NumberedItem> TaskCommands::find(std::string_view task) const {
     const TaskList& items = store_.items();
-    if (const auto number = wholeNumber(task); number && *number >= 1 && *number <= items.size())
+    if (const auto number = wholeNumber(task); number && *number >= 1 && *number <= items.size()) {
+        // Operations go by identifier. Where two tasks share one, they would act on the first.
+        if (items.indexOf(items[*number - 1].id) != *number - 1)
+            return Error{"task " + std::string(task) +
+                         " has the identifier of another one; change that one first"};
         return numbered(*number - 1);
+    }
 
     const std::optional<std::string> prefix = hexDigits(task);
     if (!prefix || prefix->size() < shortestPrefix)
-        return Error{"no task " + std::string(task) + lengthOf(items)};
+        return Error{(task.empty() ? "no task \"\"" : "no task " + std::string(task)) + lengthOf(items)};
     std::optional<std::size_t> found;
     for (std::size_t index = 0; index < items.size(); ++index) {
         if (!hexDigits(items[index].id.toString())->starts_with(*prefix))
@@ -77,7 +82,7 @@ Result<NumberedItem> TaskCommands::add(std::string_view text) {
 }
 
 Result<NumberedItem> TaskCommands::setDone(std::string_view task, bool done) {
-    const Result<NumberedItem> found = find(task);
+    Result<NumberedItem> found = find(task);
     if (!found || found->item.isDone == done)
         return found;
     store_.toggle(found->item.id);
@@ -98,7 +103,7 @@ Result<NumberedItem> TaskCommands::edit(std::string_view task, std::string_view 
 }
 
 Result<NumberedItem> TaskCommands::remove(std::string_view task) {
-    const Result<NumberedItem> found = find(task);
+    Result<NumberedItem> found = find(task);
     if (found)
         store_.remove(found->item.id);
     return found;

@@ -13,7 +13,7 @@ constexpr Words hintWords = Words::first(hintWordCount);
 
 /// Searched in the lower-cased text, hence sensitive to case. A pattern without needed words is run on every
 /// text that holds a digit.
-const Pattern hintPatterns[] = {
+constinit const Pattern hintPatterns[] = {
     {uR"(\bin\s+(a|an|\d+|some|several)\s+(min|minute|minutes|hour|hours|hr|hrs|day|days|week|weeks|month|months)\b)",
      Regex::Case::Sensitive,
      {{u"in"}, {u"min", u"hour", u"hr", u"day", u"week", u"month"}}},

@@ -342,6 +342,7 @@ int PreferencesFile::writeTogether(const PreferencesChanges& changes) {
         if (unread_.contains(key)) {
             if (const int code = preferences_table::keepUnread(database_.get(), key); code != SQLITE_OK)
                 return code;
+            log("the old value of " + key + " is kept in " + path_.string() + " as Quillo.linux.unread-...");
         }
         if (const int code = preferences_table::change(database_.get(), key, value); code != SQLITE_OK)
             return code;

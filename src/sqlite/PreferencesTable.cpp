@@ -29,6 +29,7 @@ constexpr const char* listRows =
 constexpr const char* findRow = "SELECT rowid FROM preferences NOT INDEXED"
                                 " WHERE key = ?1 AND type = 'data' AND typeof(value) = 'blob'"
                                 " ORDER BY rowid DESC LIMIT 1";
+constexpr std::string_view unreadPrefix = "Quillo.linux.unread-";
 constexpr const char* keepRow =
     "INSERT INTO preferences"
     " SELECT 'Quillo.linux.unread-' || strftime('%Y%m%dT%H%M%fZ') || '-' || key, type, value"
@@ -117,13 +118,12 @@ int load(sqlite3* database, PreferencesContents& contents, PreferencesKeys& unfi
             continue;
         const std::string key(row.text(1));
         const bool large = row.integer(3) == 1;
-        if (row.type(2) != SQLITE_TEXT)
-            unfit.insert(key);
-        else if (large && row.text(2) == "data")
+        const bool hasWord = row.type(2) == SQLITE_TEXT;
+        if (hasWord && large && row.text(2) == "data")
             contents.insert_or_assign(key, LeftInFile{});
-        else if (std::optional<Value> value = decode(row.text(2), row, 4))
+        else if (std::optional<Value> value = hasWord ? decode(row.text(2), row, 4) : std::nullopt)
             contents.insert_or_assign(key, std::move(*value));
-        else
+        else if (!key.starts_with(unreadPrefix)) // Those were put there to stay as they are.
             unfit.insert(key);
     }
     return code == SQLITE_DONE ? SQLITE_OK : code;

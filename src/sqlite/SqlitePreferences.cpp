@@ -52,6 +52,7 @@ public:
     std::optional<Value> value(std::string_view key);
     void apply(std::vector<Change> changes);
     Outcome flush();
+    void discard();
 
 private:
     std::optional<Contents::mapped_type> find(std::string_view key);
@@ -142,6 +143,11 @@ Outcome SqlitePreferences::Writer::flush() {
     const std::lock_guard lock(mutex_);
     const std::optional<Error> news = std::exchange(news_, std::nullopt);
     return outcome && news ? Outcome(*news) : outcome;
+}
+
+void SqlitePreferences::Writer::discard() {
+    const std::lock_guard lock(mutex_);
+    pending_.clear();
 }
 
 std::optional<Value> SqlitePreferences::Writer::readLeftInFile(const std::string& key) {
@@ -256,13 +262,14 @@ void SqlitePreferences::Writer::gatherEverything(Changes& changes) {
 void SqlitePreferences::Writer::settle(Changes changes, const std::optional<FileFailure>& failure) {
     if (failure) {
         if (!lastFailure_ || *lastFailure_ != failure->error)
-            log(failure->error.message);
+            log(failure->error.message + "; it is tried again");
         lastFailure_ = failure->error;
         const std::lock_guard lock(mutex_);
         pending_.merge(changes);
         return;
     }
-    lastFailure_.reset();
+    if (std::exchange(lastFailure_, std::nullopt))
+        log(file_.path().string() + " is written after all");
     const std::lock_guard lock(mutex_);
     for (const auto& [key, value] : changes) {
         const auto held = contents_.find(key);
@@ -307,6 +314,10 @@ void SqlitePreferences::apply(std::vector<Change> changes) {
 
 Outcome SqlitePreferences::flush() {
     return writer_->flush();
+}
+
+void SqlitePreferences::discard() {
+    writer_->discard();
 }
 
 } // namespace quillo

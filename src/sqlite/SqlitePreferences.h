@@ -45,6 +45,9 @@ public:
     /// the last flush() a value could not be read or was refused.
     Outcome flush();
 
+    /// Gives up what is not on disk: for a command that has said that it could not do it.
+    void discard();
+
 private:
     class Writer;
     explicit SqlitePreferences(std::unique_ptr<Writer> writer);

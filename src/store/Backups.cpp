@@ -122,7 +122,11 @@ bool Backups::keepDamaged(std::string_view key, std::string_view bytes) {
     std::error_code ignored;
     while (std::filesystem::exists(dataFolder_ / name(), ignored))
         time += std::chrono::milliseconds(1);
-    return keep(dataFolder_, name(), bytes);
+    const bool kept = keep(dataFolder_, name(), bytes);
+    if (kept)
+        log("what could not be read of " + std::string(key) + " is kept as " +
+            (dataFolder_ / name()).string());
+    return kept;
 }
 
 } // namespace quillo

@@ -44,8 +44,8 @@ void TodoStore::toggle(const Uuid& id) {
         return;
     if (activeBefore >= 1 && activeCount_.get() == 0)
         with_.notifications.post(notifications::inboxZero);
-    for (const CompletionListener& listener : completionListeners_)
-        listener(item, *item.completedAt);
+    for (std::size_t index = 0; index < completionListeners_.size(); ++index) // One may add another.
+        completionListeners_[index](item, *item.completedAt);
 }
 
 void TodoStore::update(TodoItem item) {

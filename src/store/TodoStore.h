@@ -62,7 +62,7 @@ public:
     const TaskList& items() const { return items_; }
     std::optional<std::size_t> indexOf(const Uuid& id) const { return items_.indexOf(id); }
 
-    /// Together always as many as there are items.
+    /// Together as many as there are items, once both have announced a change.
     const Observable<std::int64_t>& activeCount() const { return activeCount_; }
     const Observable<std::int64_t>& doneCount() const { return doneCount_; }
 

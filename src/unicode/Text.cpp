@@ -43,7 +43,7 @@ std::u16string toUtf16(std::string_view utf8) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(utf8.data());
     const auto length = static_cast<std::int64_t>(utf8.size());
     for (std::int64_t at = 0; at < length;) {
-        UChar32 character;
+        UChar32 character = 0;
         U8_NEXT_OR_FFFD(bytes, at, length, character);
         if (U_IS_BMP(character)) {
             utf16.push_back(static_cast<char16_t>(character));
@@ -59,7 +59,7 @@ std::string toUtf8(std::u16string_view utf16) {
     std::string utf8;
     utf8.reserve(utf16.size());
     for (std::size_t at = 0; at < utf16.size();) {
-        UChar32 character;
+        UChar32 character = 0;
         U16_NEXT_OR_FFFD(utf16.data(), at, utf16.size(), character);
         std::uint8_t bytes[U8_MAX_LENGTH];
         std::int32_t count = 0;
@@ -73,7 +73,7 @@ bool isWellFormed(std::string_view utf8) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(utf8.data());
     const auto length = static_cast<std::int64_t>(utf8.size());
     for (std::int64_t at = 0; at < length;) {
-        UChar32 character;
+        UChar32 character = 0;
         U8_NEXT(bytes, at, length, character);
         if (character < 0)
             return false;
@@ -94,6 +94,10 @@ std::u16string_view trim(std::u16string_view text) {
     while (!text.empty() && isWhiteSpace(text.back()))
         text.remove_suffix(1);
     return text;
+}
+
+bool isBlank(std::string_view utf8) {
+    return trim(toUtf16(utf8)).empty();
 }
 
 std::u16string lower(std::u16string_view text) {
@@ -138,7 +142,7 @@ int displayWidth(std::string_view utf8) {
     const auto length = static_cast<std::int64_t>(utf8.size());
     int columns = 0;
     for (std::int64_t at = 0; at < length;) {
-        UChar32 character;
+        UChar32 character = 0;
         U8_NEXT_OR_FFFD(bytes, at, length, character);
         columns += columnsOf(character);
     }
@@ -150,7 +154,7 @@ std::string_view fitToWidth(std::string_view utf8, int columns) {
     const auto length = static_cast<std::int64_t>(utf8.size());
     std::int64_t fitting = 0;
     for (std::int64_t at = 0; at < length; fitting = at) {
-        UChar32 character;
+        UChar32 character = 0;
         U8_NEXT_OR_FFFD(bytes, at, length, character);
         columns -= columnsOf(character);
         if (columns < 0)

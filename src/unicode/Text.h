@@ -32,6 +32,9 @@ bool isWhiteSpace(char32_t character);
 /// The text without the white space (line ends included) at both ends.
 std::u16string_view trim(std::u16string_view text);
 
+/// Whether there is nothing but white space in the text.
+bool isBlank(std::string_view utf8);
+
 /// Lower case by the rules of no particular language.
 std::u16string lower(std::u16string_view text);
 

@@ -437,7 +437,8 @@ class Damaged(CommandTest):
 
                 answer = self.quillo("add", "after")
                 self.assertEqual((answer.code, answer.output), (0, "after\n"))
-                self.assert_one_line(answer.errors)
+                self.assertRegex(answer.errors, r"\A(quillo: .+\n){2}\Z")
+                self.assertIn(str(self.quillo.folder / "damaged-"), answer.errors)  # says where the list is now
                 self.assertEqual(self.copies_of_values(), {ITEMS: damage})
                 self.done("add", "later")
                 self.assertEqual(self.copies_of_values(), {ITEMS: damage})
@@ -462,6 +463,12 @@ class Damaged(CommandTest):
                 kept = [*self.copies_of_values().values(), *self.values_kept_in_the_file()]
                 self.assertIn(good, [value.encode() if isinstance(value, str) else value for value in kept])
 
+    def test_a_refusal_says_that_a_file_was_moved_aside(self):
+        self.quillo.database.write_bytes(b"This is no database. " * 100)
+        answer = self.quillo("done", "1")
+        self.assert_refused(answer, 1)
+        self.assertIn("preferences.damaged-", answer.errors)
+
     def test_a_refusal_on_a_damaged_list_is_one_line_that_does_not_call_it_empty(self):
         self.quillo.put(ITEMS, "data", b"[{broken")
         before = self.quillo.files()
@@ -474,7 +481,9 @@ class Damaged(CommandTest):
         for word, value in (("double", "text"), ("string", "text"), ("integer", 5), ("double", None)):
             self.quillo.put(STAMP, word, value)
             self.done("list")
-        self.done("add", "four")
+        answer = self.quillo("add", "four")
+        self.assertEqual(answer.code, 0)
+        self.assert_one_line(answer.errors)  # that the old value is kept
         self.assertEqual(self.quillo.titles(), ["four", "three", "two", "one"])
         self.assertEqual(self.quillo.preferences()[STAMP][0], "double")
 

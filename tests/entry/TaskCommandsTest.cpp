@@ -113,6 +113,24 @@ TEST(TaskCommands, RefuseAnAmbiguousIdentifier) {
     EXPECT_EQ(desk.commands.remove("AAAAAAAA-0000-0000-0000-000000000001")->item.title, "one");
 }
 
+TEST(TaskCommands, NeverActOnAnotherTaskOfTheSameIdentifier) {
+    Desk desk;
+    TodoItem first;
+    first.title = "first";
+    first.id = Uuid::random();
+    TodoItem second = first;
+    second.title = "second";
+    second.isDone = true;
+    desk.store.add(second);
+    desk.store.add(first);
+    EXPECT_FALSE(desk.commands.edit("2", "x"));
+    EXPECT_FALSE(desk.commands.setDone("2", false));
+    EXPECT_FALSE(desk.commands.remove("2"));
+    EXPECT_EQ(desk.titles(), (std::vector<std::string>{"first", "second"}));
+    EXPECT_EQ(desk.commands.remove("1")->item.title, "first");
+    EXPECT_EQ(desk.commands.remove("1")->item.title, "second");
+}
+
 TEST(TaskCommands, SayWhichTaskThereIsNot) {
     Desk desk;
     EXPECT_EQ(desk.commands.remove("1").error().message, "no task 1");

@@ -2,10 +2,25 @@
 #include "base/Log.h"
 #include "cli/JsonLines.h"
 
+#include <rapidjson/reader.h>
+
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+
+namespace {
+
+bool isJson(const std::string& text) {
+    rapidjson::Reader reader;
+    rapidjson::StringStream stream(text.c_str());
+    rapidjson::BaseReaderHandler<> nobody;
+    return !reader
+                .Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>(stream, nobody)
+                .IsError();
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
@@ -32,7 +47,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::free(answers);
     for (std::size_t at = 0; at < all.size(); ++given) {
         const std::size_t end = all.find('\n', at);
-        if (end == std::string::npos || !all.substr(at).starts_with("{\"id\":") || all[end - 1] != '}')
+        if (end == std::string::npos || !all.substr(at).starts_with("{\"id\":") ||
+            !isJson(all.substr(at, end - at)))
             std::abort();
         at = end + 1;
     }

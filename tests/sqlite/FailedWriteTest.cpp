@@ -145,6 +145,18 @@ TEST_F(FailedWrite, AnotherProgramsLock) {
     EXPECT_EQ(RawDatabase(folder.file()).value("SELECT value FROM preferences WHERE key = 'stamp'"), "2.0");
 }
 
+TEST_F(FailedWrite, WhatIsDiscardedIsNotWrittenLater) {
+    {
+        RawDatabase other(folder.file());
+        ASSERT_EQ(other.run("BEGIN IMMEDIATE"), SQLITE_OK);
+        preferences->apply({{"list", Value(Data(largeBytes(2)))}, {"stamp", Value(2.0)}});
+        EXPECT_NE(flushError(*preferences), "");
+        preferences->discard();
+    }
+    preferences.reset();
+    expectLastGoodState();
+}
+
 TEST_F(FailedWrite, AnotherProgramsLockOnOpeningIsNoDamage) {
     preferences.reset();
     RawDatabase other(folder.file());

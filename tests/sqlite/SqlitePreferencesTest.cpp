@@ -163,7 +163,7 @@ TEST(SqlitePreferences, ManySmallChangesBecomeFewTransactions) {
     ASSERT_EQ(other.run("ROLLBACK"), SQLITE_OK);
     EXPECT_EQ(flushError(*preferences), "");
     EXPECT_EQ(other.value("SELECT value FROM preferences WHERE key = 'number'"), "999");
-    // Each transaction would have put at least one page of 16 KiB into the log.
+    // Each transaction would have put at least one page of 32 KiB into the log.
     EXPECT_LT(std::filesystem::file_size(folder.file().string() + "-wal"), 300'000U);
 }
 

@@ -3,6 +3,7 @@
 #include "cli/commands/Change.h"
 #include "cli/commands/Commands.h"
 #include "model/TodoItemJson.h"
+#include "unicode/Text.h"
 
 #include <cstdio>
 
@@ -10,6 +11,8 @@ namespace quillo::cli {
 
 ExitCode add(const Arguments& arguments) {
     const std::string text = arguments.text();
+    if (unicode::isBlank(text)) // Known without waiting for anything.
+        return failed({"a task needs a text"});
     const bool json = arguments.has("json");
     return change([&](TaskCommands& commands) { return commands.add(text); },
                   [&](const NumberedItem& task, const Session& session) {

@@ -18,6 +18,8 @@ std::optional<std::string> objectionToList(const Arguments& arguments) {
 std::optional<std::string> objectionToParse(const Arguments& arguments) {
     if (arguments.has("jsonl") && !arguments.words().empty())
         return "--jsonl takes its texts from standard input";
+    if (arguments.has("jsonl") && (arguments.has("json") || arguments.has("trace")))
+        return "--jsonl has a form of its own";
     if (!arguments.has("jsonl") && arguments.words().empty())
         return "something is missing";
     return std::nullopt;
@@ -33,14 +35,16 @@ const Command all[] = {
     {.name = "add",
      .synopsis = "[--json] TEXT...",
      .summary = "Adds a task; dates and times in the text become its due date",
-     .options = {{"json"}},
+     .options = {{"json", "prints the new task as JSON"}},
      .fewestWords = 1,
      .mostWords = any,
      .run = add},
     {.name = "list",
      .synopsis = "[--all|--done] [--json]",
      .summary = "Lists the open tasks, all of them, or those that are done",
-     .options = {{"all"}, {"done"}, {"json"}},
+     .options = {{"all", "lists all tasks, open and done"},
+                 {"done", "lists the tasks that are done"},
+                 {"json", "prints them as JSON"}},
      .objection = objectionToList,
      .run = list},
     {.name = "done",
@@ -71,7 +75,13 @@ const Command all[] = {
     {.name = "parse",
      .synopsis = "[--now WHEN] [--time-zone ZONE] [--locale LOCALE] [--json] [--trace] TEXT... | --jsonl",
      .summary = "Shows what would be understood of a text; adds nothing",
-     .options = {{"now", true}, {"time-zone", true}, {"locale", true}, {"json"}, {"trace"}, {"jsonl"}},
+     .options = {{"now", "understands the text as typed then: 2025-03-04T09:41, or seconds since 1970",
+                  "WHEN"},
+                 {"time-zone", "there, for example Europe/Berlin", "ZONE"},
+                 {"locale", "and in that language, for example en_US", "LOCALE"},
+                 {"json", "prints what was understood as JSON"},
+                 {"trace", "shows which rules matched"},
+                 {"jsonl", "reads a JSON object a line from standard input and answers each with one"}},
      .mostWords = any,
      .objection = objectionToParse,
      .run = parse},
@@ -94,6 +104,21 @@ const Command* findCommand(std::string_view name) {
     const auto* found = std::find_if(std::begin(all), std::end(all),
                                      [&](const Command& command) { return command.name == name; });
     return found == std::end(all) ? nullptr : found;
+}
+
+std::string explanationOf(const Command& command) {
+    std::string text = "usage: quillo " + usageOf(command) + "\n\n" + std::string(command.summary) + ".\n";
+    if (!command.options.empty())
+        text += '\n';
+    for (const Option& option : command.options) {
+        std::string name = "--" + std::string(option.name);
+        if (!option.value.empty())
+            name.append(" ").append(option.value);
+        constexpr std::size_t column = 20;
+        name.resize(std::max(name.size() + 1, column), ' ');
+        text.append("  ").append(name).append(option.explanation).append("\n");
+    }
+    return text;
 }
 
 std::string usageOf(const Command& command) {

@@ -21,4 +21,7 @@ ExitCode version(const Arguments& arguments);
 /// A command's name and arguments, as a usage line shows them.
 std::string usageOf(const Command& command);
 
+/// What a command does and what its options are for.
+std::string explanationOf(const Command& command);
+
 } // namespace quillo::cli

@@ -2,6 +2,8 @@
 #include "cli/commands/Change.h"
 #include "cli/commands/Commands.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 
 namespace quillo::cli {
@@ -20,6 +22,8 @@ ExitCode clearCompleted(const Arguments&) {
         return failed(outcome.error());
     for (const TodoItem& item : cleared)
         std::puts(onOneLine(item.title).c_str());
+    if (cleared.empty() && isatty(STDOUT_FILENO))
+        std::puts("Nothing done yet.");
     return ExitCode::Done;
 }
 

@@ -7,9 +7,7 @@ namespace quillo::cli {
 
 ExitCode help(const Arguments& arguments) {
     if (!arguments.words().empty()) {
-        const Command* command = findCommand(arguments.words().front());
-        std::printf("usage: quillo %s\n\n%s.\n", usageOf(*command).c_str(),
-                    std::string(command->summary).c_str());
+        std::fputs(explanationOf(*findCommand(arguments.words().front())).c_str(), stdout);
         return ExitCode::Done;
     }
     std::puts("usage: quillo COMMAND [ARGUMENT...]\n\n"

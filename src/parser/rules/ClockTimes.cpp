@@ -67,7 +67,7 @@ std::optional<ClockTime> hourAfterAt(const RegexMatch& match, const Reference& r
     return checked(afterNoon ? *hour + 12 : *hour, *minute);
 }
 
-const Rule<ClockTime> rows[] = {
+constinit const Rule<ClockTime> rows[] = {
     {"noon", {uR"(\bnoon\b)", Regex::Case::Insensitive, {{u"noon"}}}, noon},
     {"midnight", {uR"(\bmidnight\b)", Regex::Case::Insensitive, {{u"midnight"}}}, midnight},
     {"[at] <hmm|hhmm> am|pm",

@@ -25,7 +25,7 @@ std::optional<DayFound> tonight(const RegexMatch&, const Reference& reference) {
     return DayFound{reference.now, {}, true};
 }
 
-const Rule<DayFound> rows[] = {
+constinit const Rule<DayFound> rows[] = {
     {"day after tomorrow",
      {uR"(\bday\s+after\s+tomorrow\b)", Regex::Case::Insensitive, {{u"tomorrow"}, {u"day"}}},
      daysAhead<2>},

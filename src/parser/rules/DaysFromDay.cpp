@@ -24,7 +24,7 @@ std::optional<DayFound> daysFrom(const RegexMatch& match, const Reference& refer
     return DayFound{reference.calendar.addDays(base, *amount * daysEach).value_or(reference.now), {}};
 }
 
-const Rule<DayFound> rows[] = {
+constinit const Rule<DayFound> rows[] = {
     {"<amount> days|weeks from tomorrow|today",
      {uR"((?i)\b(\d+)\s+(day|days|week|weeks)\s+from\s+(tomorrow|today)\b)",
       Regex::Case::Sensitive,

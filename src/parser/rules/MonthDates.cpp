@@ -25,7 +25,7 @@ std::optional<DayFound> monthDate(const RegexMatch& match, const Reference& refe
     return DayFound{found, {}};
 }
 
-const Rule<DayFound> rows[] = {
+constinit const Rule<DayFound> rows[] = {
     {"<month> <day>",
      {uR"((?i)\b(jan|january|feb|february|mar|march|apr|april|may|jun|june|jul|july|aug|august|sep|september|oct|october|nov|november|dec|december)\s+(\d{1,2})(st|nd|rd|th)?\b)",
       Regex::Case::Sensitive,

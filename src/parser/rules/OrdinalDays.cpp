@@ -25,7 +25,7 @@ std::optional<DayFound> ordinalDay(const RegexMatch& match, const Reference& ref
     return DayFound{found, {}};
 }
 
-const Rule<DayFound> rows[] = {
+constinit const Rule<DayFound> rows[] = {
     {"on|by|until|before|after the <day>",
      {uR"((?i)\b(?:on|by|until|before|after)\s+the\s+(\d{1,2})(st|nd|rd|th)?\b)",
       Regex::Case::Sensitive,

@@ -13,14 +13,14 @@ std::optional<ClockTime> atHour(const RegexMatch&, const Reference&) {
     return ClockTime{hour, 0};
 }
 
-const Rule<ClockTime> rows[] = {
+constinit const Rule<ClockTime> rows[] = {
     {"morning", {uR"(\bmorning\b)", Regex::Case::Insensitive, {{u"morning"}}}, atHour<9>},
     {"afternoon", {uR"(\bafternoon\b)", Regex::Case::Insensitive, {{u"afternoon"}}}, atHour<14>},
     {"evening", {uR"(\bevening\b)", Regex::Case::Insensitive, {{u"evening"}}}, atHour<18>},
     {"night", {uR"(\bnight\b)", Regex::Case::Insensitive, {{u"night"}}}, atHour<20>},
 };
 
-const Pattern eveningWords{
+constinit const Pattern eveningWords{
     uR"(\b(tonight|evening|night)\b)", Regex::Case::Insensitive, {{u"tonight", u"evening", u"night"}}};
 
 } // namespace

@@ -38,7 +38,7 @@ std::optional<DayFound> offset(const RegexMatch& match, const Reference& referen
     return DayFound{*then, reference.calendar.civilTime(*then).time};
 }
 
-const Rule<DayFound> rows[] = {
+constinit const Rule<DayFound> rows[] = {
     {"in <amount> <unit>",
      {uR"((?i)\bin\s+(a|an|\d+)\s+(min|minutes?|hr|hrs|hour|hours|day|days|week|weeks)\b)",
       Regex::Case::Sensitive,

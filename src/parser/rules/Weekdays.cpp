@@ -23,7 +23,7 @@ std::optional<DayFound> weekday(const RegexMatch& match, const Reference& refere
 constexpr Needs anyWeekday = {
     {u"sunday", u"monday", u"tuesday", u"wednesday", u"thursday", u"friday", u"saturday"}};
 
-const Rule<DayFound> rows[] = {
+constinit const Rule<DayFound> rows[] = {
     {"next <weekday>",
      {uR"((?i)\bnext\s+(sunday|monday|tuesday|wednesday|thursday|friday|saturday)\b)", Regex::Case::Sensitive,
       anyWeekday},
