@@ -21,7 +21,7 @@ struct Option {
 class Arguments {
 public:
     /// Sorts `words`, those behind the command's name, into options and the rest. "--" ends the options.
-    /// Malformed UTF-8 reads as U+FFFD, which is said on standard error. An option that is not known, or
+    /// Malformed UTF-8 reads as U+FFFD, see malformed(). An option that is not known, or
     /// lacks its value, is an error.
     static Result<Arguments> read(const std::vector<std::string>& words, const std::vector<Option>& options);
 

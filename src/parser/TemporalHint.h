@@ -9,8 +9,8 @@
 
 namespace quillo {
 
-/// A cheap, deliberately generous test that keeps plain titles ("Buy milk") away from the rules and the
-/// language model. It sees words inside words ("may" in "maybe") and phrases that no rule handles ("asap").
+/// A cheap, deliberately generous test that keeps plain titles ("Buy milk") away from the rules. It sees
+/// words inside words ("may" in "maybe") and phrases that no rule handles ("asap").
 bool hasTemporalHint(std::u16string_view text);
 
 /// The same for a text in lower case that has been looked at already.

@@ -1,7 +1,7 @@
 #include "ChildProcess.h"
 #include "OpenPreferences.h"
+#include "PreferencesFolder.h"
 #include "RawDatabase.h"
-#include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -38,7 +38,7 @@ int savePairs(const std::filesystem::path& folder, int tell) {
 }
 
 TEST(Crash, LosesNothingThatWasFlushedAndSplitsNoPair) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     std::mt19937 random(20250304);
     std::int64_t flushed = 0;
     for (int round = 0; round < 50; ++round) {

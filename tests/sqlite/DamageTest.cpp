@@ -1,7 +1,7 @@
-#include "CapturedLog.h"
 #include "OpenPreferences.h"
+#include "PreferencesFolder.h"
 #include "RawDatabase.h"
-#include "TemporaryFolder.h"
+#include "support/CapturedLog.h"
 
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>
@@ -19,7 +19,7 @@ using testing::Pair;
 constexpr std::size_t pageSize = 32768;
 
 /// Two large values, and what belongs to one of them.
-void makePreferences(const TemporaryFolder& folder) {
+void makePreferences(const PreferencesFolder& folder) {
     openPreferences(folder.path())
         ->apply({{"list", Value(Data(largeBytes(1)))},
                  {"list.stamp", Value(1.0)},
@@ -38,18 +38,18 @@ std::size_t pageWith(const std::string& file, const std::string& piece) {
 }
 
 /// Makes the chain of pages that holds `bytes` lead to nowhere half way.
-void breakChain(const TemporaryFolder& folder, const std::string& bytes) {
-    std::string file = TemporaryFolder::read(folder.file());
+void breakChain(const PreferencesFolder& folder, const std::string& bytes) {
+    std::string file = PreferencesFolder::read(folder.file());
     const std::size_t page = pageWith(file, bytes.substr(bytes.size() / 2, 16));
     file.replace(page, 4, "\xFF\xFF\xFF\xF0");
-    TemporaryFolder::write(folder.file(), file);
+    PreferencesFolder::write(folder.file(), file);
 }
 
 TEST(Damage, AFileThatIsNoDatabaseIsMovedAside) {
     for (const std::string& bytes : {"hello"s, std::string(100'000, '\0'), largeBytes(5), "SQLite format 3"s,
                                      "SQLite format 3\0"s + std::string(200, '\xFF')}) {
-        const TemporaryFolder folder;
-        TemporaryFolder::write(folder.file(), bytes);
+        const PreferencesFolder folder;
+        PreferencesFolder::write(folder.file(), bytes);
         const CapturedLog log;
         {
             const auto preferences = openPreferences(folder.path());
@@ -63,9 +63,9 @@ TEST(Damage, AFileThatIsNoDatabaseIsMovedAside) {
 }
 
 TEST(Damage, WhatLiesBesideMovesWithIt) {
-    const TemporaryFolder folder;
-    TemporaryFolder::write(folder.file(), "no database");
-    TemporaryFolder::write(folder.file().string() + "-wal", "no log");
+    const PreferencesFolder folder;
+    PreferencesFolder::write(folder.file(), "no database");
+    PreferencesFolder::write(folder.file().string() + "-wal", "no log");
     const CapturedLog log;
     openPreferences(folder.path())->set("a", true);
     auto damaged = folder.damaged();
@@ -76,13 +76,13 @@ TEST(Damage, WhatLiesBesideMovesWithIt) {
 
 TEST(Damage, ATruncatedFileIsMovedAside) {
     for (const std::size_t kept : {pageSize / 2, pageSize, 2 * pageSize, 3 * pageSize + 100}) {
-        const TemporaryFolder folder;
+        const PreferencesFolder folder;
         makePreferences(folder);
-        const std::string whole = TemporaryFolder::read(folder.file());
-        TemporaryFolder::write(folder.file(), whole.substr(0, kept));
+        const std::string whole = PreferencesFolder::read(folder.file());
+        PreferencesFolder::write(folder.file(), whole.substr(0, kept));
         const CapturedLog log;
         EXPECT_THAT(openingError(folder.path(), Access::ReadOnly), HasSubstr("it is damaged"));
-        EXPECT_EQ(Bytes(TemporaryFolder::read(folder.file())), whole.substr(0, kept))
+        EXPECT_EQ(Bytes(PreferencesFolder::read(folder.file())), whole.substr(0, kept))
             << "only looking moves nothing";
         EXPECT_THAT(folder.damaged(), IsEmpty());
         EXPECT_EQ(openPreferences(folder.path())->value("lifetime"), std::nullopt);
@@ -91,12 +91,12 @@ TEST(Damage, ATruncatedFileIsMovedAside) {
 }
 
 TEST(Damage, ABrokenTableIsMovedAside) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makePreferences(folder);
-    std::string file = TemporaryFolder::read(folder.file());
+    std::string file = PreferencesFolder::read(folder.file());
     const std::size_t page = pageWith(file, "lifetime");
     file.replace(page, 8, 8, '\xEE');
-    TemporaryFolder::write(folder.file(), file);
+    PreferencesFolder::write(folder.file(), file);
     const CapturedLog log;
     EXPECT_THAT(openingError(folder.path(), Access::ReadOnly), HasSubstr("it is damaged"));
     EXPECT_EQ(openPreferences(folder.path())->value("lifetime"), std::nullopt);
@@ -106,15 +106,15 @@ TEST(Damage, ABrokenTableIsMovedAside) {
 /// One that another program made and that is not in write-ahead mode: not even that is changed before it is
 /// moved.
 TEST(Damage, ABrokenFileInAnotherModeIsMovedAsideAsItIs) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     ASSERT_EQ(RawDatabase(folder.file())
                   .run("PRAGMA page_size=512; PRAGMA application_id=0x514C4C4F; PRAGMA user_version=1;"
                        "CREATE TABLE preferences(key TEXT PRIMARY KEY, type TEXT NOT NULL, value);"
                        "INSERT INTO preferences VALUES('list', 'data', zeroblob(5000))"),
               SQLITE_OK);
-    std::string file = TemporaryFolder::read(folder.file());
+    std::string file = PreferencesFolder::read(folder.file());
     file.replace(512, 8, 8, '\xEE');
-    TemporaryFolder::write(folder.file(), file);
+    PreferencesFolder::write(folder.file(), file);
     const CapturedLog log;
     openPreferences(folder.path())->set("a", true);
     EXPECT_THAT(folder.damaged(), ElementsAre(Pair("", file)));
@@ -122,10 +122,10 @@ TEST(Damage, ABrokenFileInAnotherModeIsMovedAsideAsItIs) {
 }
 
 TEST(Damage, MovingAsideTwiceOverwritesNothing) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const CapturedLog log;
     for (const char* bytes : {"first", "second", "third"}) {
-        TemporaryFolder::write(folder.file(), bytes);
+        PreferencesFolder::write(folder.file(), bytes);
         openPreferences(folder.path());
     }
     std::vector<Bytes> kept;
@@ -137,8 +137,8 @@ TEST(Damage, MovingAsideTwiceOverwritesNothing) {
 }
 
 TEST(Damage, TheLogOfADeletedFileIsKept) {
-    const TemporaryFolder folder;
-    TemporaryFolder::write(folder.file().string() + "-wal", "the last changes");
+    const PreferencesFolder folder;
+    PreferencesFolder::write(folder.file().string() + "-wal", "the last changes");
     const CapturedLog log;
     openPreferences(folder.path())->set("a", true);
     EXPECT_THAT(folder.damaged(), ElementsAre(Pair("-wal", "the last changes")));
@@ -146,10 +146,10 @@ TEST(Damage, TheLogOfADeletedFileIsKept) {
 }
 
 TEST(Damage, ShowingWhenDataIsReadLosesThatDataOnly) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makePreferences(folder);
     breakChain(folder, largeBytes(1));
-    const std::string file = TemporaryFolder::read(folder.file());
+    const std::string file = PreferencesFolder::read(folder.file());
     const CapturedLog log;
     for (int round = 0; round < 2; ++round) {
         const auto preferences = openPreferences(folder.path());
@@ -166,10 +166,10 @@ TEST(Damage, ShowingWhenDataIsReadLosesThatDataOnly) {
 }
 
 TEST(Damage, ShowingOnWritingLosesNothingThatIsKnown) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makePreferences(folder);
     breakChain(folder, largeBytes(1));
-    const std::string file = TemporaryFolder::read(folder.file());
+    const std::string file = PreferencesFolder::read(folder.file());
     const CapturedLog log;
     {
         const auto preferences = openPreferences(folder.path());
@@ -190,7 +190,7 @@ TEST(Damage, ShowingOnWritingLosesNothingThatIsKnown) {
 
 /// The log of the damaged file holds the last changes: it goes with it.
 TEST(Damage, ShowingWithChangesInTheLogKeepsTheLog) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makePreferences(folder);
     const CapturedLog log;
     const auto preferences = openPreferences(folder.path());
@@ -207,7 +207,7 @@ TEST(Damage, ShowingWithChangesInTheLogKeepsTheLog) {
 }
 
 TEST(Damage, ShowingWhileOnlyLookingMovesNothing) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makePreferences(folder);
     breakChain(folder, largeBytes(1));
     const auto before = folder.contents();
@@ -225,9 +225,9 @@ TEST(Damage, ShowingWhileOnlyLookingMovesNothing) {
 /// Whatever happened to the bytes: no crash, and they are still there unless they were good enough to be
 /// opened.
 RC_GTEST_PROP(DamageProperty, AnyBytesAreSurvivedAndKept, ()) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makePreferences(folder);
-    std::string file = TemporaryFolder::read(folder.file());
+    std::string file = PreferencesFolder::read(folder.file());
     // Mostly where SQLite keeps its own numbers: the first pages and the starts of pages.
     const int count = *rc::gen::inRange(1, 12);
     for (int flip = 0; flip < count; ++flip) {
@@ -237,7 +237,7 @@ RC_GTEST_PROP(DamageProperty, AnyBytesAreSurvivedAndKept, ()) {
         file[page * pageSize + offset] = *rc::gen::arbitrary<char>();
     }
     file.resize(*rc::gen::oneOf(rc::gen::just(file.size()), rc::gen::inRange<std::size_t>(1, file.size())));
-    TemporaryFolder::write(folder.file(), file);
+    PreferencesFolder::write(folder.file(), file);
     const CapturedLog log;
     {
         const auto looking = SqlitePreferences::open(folder.path(), Access::ReadOnly);
@@ -247,7 +247,7 @@ RC_GTEST_PROP(DamageProperty, AnyBytesAreSurvivedAndKept, ()) {
     RC_ASSERT(folder.contents() == (std::map<std::string, Bytes>{{"preferences.sqlite", file}}));
     auto opened = SqlitePreferences::open(folder.path(), Access::ReadWrite);
     if (!opened) {
-        RC_ASSERT(TemporaryFolder::read(folder.file()) == file);
+        RC_ASSERT(PreferencesFolder::read(folder.file()) == file);
         return;
     }
     if (const auto damaged = folder.damaged(); !damaged.empty())

@@ -1,9 +1,9 @@
-#include "CapturedLog.h"
 #include "ChildProcess.h"
 #include "FaultySystemCalls.h"
 #include "OpenPreferences.h"
+#include "PreferencesFolder.h"
 #include "RawDatabase.h"
-#include "TemporaryFolder.h"
+#include "support/CapturedLog.h"
 
 #include <gmock/gmock.h>
 #include <sys/resource.h>
@@ -37,7 +37,7 @@ protected:
     }
 
     const CapturedLog log;
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     std::unique_ptr<SqlitePreferences> preferences = openPreferences(folder.path());
 };
 
@@ -103,7 +103,7 @@ TEST_F(FailedWrite, FullDiskOnOpening) {
 
 /// The file may not grow beyond a limit that the kernel sets, which cuts a write off in its middle.
 TEST(FailedWriteInKernel, FileSizeLimit) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())->apply({{"list", Value(Data(largeBytes(1)))}, {"stamp", Value(1.0)}});
     ChildProcess child([&] {
         const CapturedLog log;
@@ -170,7 +170,7 @@ TEST_F(FailedWrite, AnotherProgramsLockOnOpeningIsNoDamage) {
 }
 
 TEST(FailedWriteInFolder, ReadOnlyFolder) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())->set("a", std::int64_t{1});
     EXPECT_TRUE(asOrdinaryUser(folder.path(), [&] {
         std::filesystem::permissions(folder.path(), std::filesystem::perms(0500));

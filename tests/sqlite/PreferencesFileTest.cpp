@@ -1,10 +1,10 @@
 #include "sqlite/PreferencesFile.h"
 
-#include "CapturedLog.h"
 #include "ChildProcess.h"
 #include "OpenPreferences.h"
+#include "PreferencesFolder.h"
 #include "RawDatabase.h"
-#include "TemporaryFolder.h"
+#include "support/CapturedLog.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -27,7 +27,7 @@ unsigned modeOf(const std::filesystem::path& path) {
 }
 
 /// A file laid out as ours, with the rows that are given as SQL.
-void makeFile(const TemporaryFolder& folder, const std::string& rows, const std::string& version = "1") {
+void makeFile(const PreferencesFolder& folder, const std::string& rows, const std::string& version = "1") {
     RawDatabase database(folder.file());
     ASSERT_EQ(database.run("PRAGMA application_id=0x514C4C4F; PRAGMA user_version=" + version +
                            "; CREATE TABLE preferences(key TEXT PRIMARY KEY, type TEXT NOT NULL, value);" +
@@ -36,7 +36,7 @@ void makeFile(const TemporaryFolder& folder, const std::string& rows, const std:
 }
 
 TEST(PreferencesFile, IsWhatOtherProgramsExpect) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const auto preferences = openPreferences(folder.path());
     preferences->apply({{"d", Value(Data("\x01\x02"s))},
                         {"i", Value(std::int64_t{7})},
@@ -61,7 +61,7 @@ TEST(PreferencesFile, IsWhatOtherProgramsExpect) {
 }
 
 TEST(PreferencesFile, IsClosedToOthers) {
-    const TemporaryFolder outer;
+    const PreferencesFolder outer;
     const std::filesystem::path folder = outer.path() / "share" / "quillo";
     const mode_t before = umask(0);
     {
@@ -79,7 +79,7 @@ TEST(PreferencesFile, IsClosedToOthers) {
 }
 
 TEST(PreferencesFile, ClosesAFileThatWasOpenToOthers) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makeFile(folder, "");
     std::filesystem::permissions(folder.file(), std::filesystem::perms(0644));
     const auto preferences = openPreferences(folder.path());
@@ -90,8 +90,8 @@ TEST(PreferencesFile, ClosesAFileThatWasOpenToOthers) {
 }
 
 TEST(PreferencesFile, MayBeALinkToElsewhere) {
-    const TemporaryFolder folder;
-    const TemporaryFolder elsewhere;
+    const PreferencesFolder folder;
+    const PreferencesFolder elsewhere;
     openPreferences(elsewhere.path())->set("a", "there"s);
     std::filesystem::create_symlink(elsewhere.file(), folder.file());
     const auto preferences = openPreferences(folder.path());
@@ -100,14 +100,14 @@ TEST(PreferencesFile, MayBeALinkToElsewhere) {
 }
 
 TEST(PreferencesFile, AnEmptyFileBecomesOurs) {
-    const TemporaryFolder folder;
-    TemporaryFolder::write(folder.file(), "");
+    const PreferencesFolder folder;
+    PreferencesFolder::write(folder.file(), "");
     openPreferences(folder.path())->set("a", true);
     EXPECT_EQ(RawDatabase(folder.file()).value("PRAGMA application_id"), std::to_string(0x514C4C4F));
 }
 
 TEST(PreferencesFile, ADatabaseWithoutTablesBecomesOurs) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     ASSERT_EQ(RawDatabase(folder.file()).run("PRAGMA journal_mode=WAL"), SQLITE_OK);
     ASSERT_GT(std::filesystem::file_size(folder.file()), 0U);
     EXPECT_EQ(openPreferences(folder.path(), Access::ReadOnly)->value("a"), std::nullopt);
@@ -116,7 +116,7 @@ TEST(PreferencesFile, ADatabaseWithoutTablesBecomesOurs) {
 }
 
 TEST(PreferencesFile, WhatDoesNotFitItsTypeIsAbsentAndStays) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makeFile(folder, "INSERT INTO preferences VALUES"
                      "('data is text', 'data', 'text'),"
                      "('data is null', 'data', NULL),"
@@ -164,7 +164,7 @@ TEST(PreferencesFile, WhatDoesNotFitItsTypeIsAbsentAndStays) {
 
 TEST(PreferencesFile, LeavesANewerFormatAsItIs) {
     for (const char* version : {"2", "2147483647"}) {
-        const TemporaryFolder folder;
+        const PreferencesFolder folder;
         makeFile(folder, "INSERT INTO preferences VALUES('a', 'integer', 1)", version);
         const auto before = folder.contents();
         for (const Access access : {Access::ReadWrite, Access::ReadOnly})
@@ -175,7 +175,7 @@ TEST(PreferencesFile, LeavesANewerFormatAsItIs) {
 
 /// The newer version may stand in the log alone, left there by a process that died.
 TEST(PreferencesFile, LeavesTheLogOfANewerFormatAsItIs) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makeFile(folder, "PRAGMA journal_mode=WAL");
     ChildProcess child([&] {
         RawDatabase database(folder.file());
@@ -200,7 +200,7 @@ TEST(PreferencesFile, LeavesOtherDatabasesAsTheyAre) {
                             "CREATE TABLE preferences(key TEXT PRIMARY KEY, type TEXT NOT NULL, value)",
                             "PRAGMA application_id=0x514C4C4F; CREATE TABLE t(a)",
                             "PRAGMA application_id=0x514C4C4F; PRAGMA user_version=-1"}) {
-        const TemporaryFolder folder;
+        const PreferencesFolder folder;
         ASSERT_EQ(RawDatabase(folder.file()).run(sql), SQLITE_OK);
         const auto before = folder.contents();
         for (const Access access : {Access::ReadWrite, Access::ReadOnly})
@@ -215,7 +215,7 @@ TEST(PreferencesFile, RefusesATableLaidOutDifferently) {
                             "CREATE TABLE preferences(name TEXT PRIMARY KEY, type TEXT NOT NULL, value)",
                             "CREATE TABLE preferences(key TEXT PRIMARY KEY, value)",
                             "CREATE TABLE t(key, type, value); CREATE VIEW preferences AS SELECT * FROM t"}) {
-        const TemporaryFolder folder;
+        const PreferencesFolder folder;
         const std::string ours = "PRAGMA application_id=0x514C4C4F; PRAGMA user_version=1;";
         ASSERT_EQ(RawDatabase(folder.file()).run(ours + sql), SQLITE_OK);
         const auto before = folder.contents();
@@ -226,7 +226,7 @@ TEST(PreferencesFile, RefusesATableLaidOutDifferently) {
 }
 
 TEST(PreferencesFile, RunsNothingThatTheFileBrings) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     makeFile(folder, "CREATE TABLE log(a); CREATE TRIGGER t AFTER INSERT ON preferences BEGIN"
                      " INSERT INTO log VALUES(1); DELETE FROM preferences; END");
     openPreferences(folder.path())->set("a", true);
@@ -235,7 +235,7 @@ TEST(PreferencesFile, RunsNothingThatTheFileBrings) {
 }
 
 TEST(PreferencesFile, CanBeReadByOthersMeanwhile) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const auto preferences = openPreferences(folder.path());
     RawDatabase other(folder.file());
     preferences->set("a", std::int64_t{1});
@@ -250,8 +250,8 @@ TEST(PreferencesFile, CanBeReadByOthersMeanwhile) {
 }
 
 TEST(PreferencesFile, AFolderThatIsAFileIsAnError) {
-    const TemporaryFolder folder;
-    TemporaryFolder::write(folder.path() / "quillo", "");
+    const PreferencesFolder folder;
+    PreferencesFolder::write(folder.path() / "quillo", "");
     EXPECT_THAT(openingError(folder.path() / "quillo"), HasSubstr("not a folder"));
     EXPECT_THAT(openingError(folder.path() / "quillo" / "deeper"), HasSubstr("cannot"));
     std::filesystem::create_directories(folder.path() / "second" / "preferences.sqlite");

@@ -1,7 +1,7 @@
 #include "sqlite/PreferencesLock.h"
 
 #include "ChildProcess.h"
-#include "TemporaryFolder.h"
+#include "PreferencesFolder.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -29,11 +29,12 @@ std::string whyNot(const std::filesystem::path& folder, std::chrono::millisecond
 }
 
 TEST(PreferencesLock, KeepsOthersOutAndNamesItsHolder) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     {
         const auto lock = PreferencesLock::acquire(folder.path(), 0ms);
         ASSERT_TRUE(lock);
-        EXPECT_EQ(TemporaryFolder::read(folder.path() / "preferences.lock"), std::to_string(getpid()) + "\n");
+        EXPECT_EQ(PreferencesFolder::read(folder.path() / "preferences.lock"),
+                  std::to_string(getpid()) + "\n");
         EXPECT_EQ(whyNot(folder.path(), 0ms), folder.path().string() +
                                                   " is in use by another Quillo (process " +
                                                   std::to_string(getpid()) + ") that does not answer");
@@ -45,7 +46,7 @@ TEST(PreferencesLock, KeepsOthersOutAndNamesItsHolder) {
 }
 
 TEST(PreferencesLock, WaitsAsLongAsItIsToldTo) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const auto lock = PreferencesLock::acquire(folder.path(), 0ms);
     ASSERT_TRUE(lock);
     const auto start = std::chrono::steady_clock::now();
@@ -59,7 +60,7 @@ TEST(PreferencesLock, WaitsAsLongAsItIsToldTo) {
 }
 
 TEST(PreferencesLock, TakesOverWhenItIsLetGo) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     auto lock = PreferencesLock::acquire(folder.path(), 0ms);
     ASSERT_TRUE(lock);
     std::optional<PreferencesLock> held(std::move(*lock));
@@ -72,7 +73,7 @@ TEST(PreferencesLock, TakesOverWhenItIsLetGo) {
 }
 
 TEST(PreferencesLock, EndsWithItsProcess) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     std::array<int, 2> pipe{};
     ASSERT_EQ(::pipe(pipe.data()), 0);
     ChildProcess child([&] {
@@ -94,7 +95,7 @@ TEST(PreferencesLock, EndsWithItsProcess) {
 }
 
 TEST(PreferencesLock, OutlivesAChildThatWasForkedMeanwhile) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     auto lock = PreferencesLock::acquire(folder.path(), 0ms);
     ASSERT_TRUE(lock);
     ChildProcess child([] { return pause(); }); // Has the lock file open, too.
@@ -103,7 +104,7 @@ TEST(PreferencesLock, OutlivesAChildThatWasForkedMeanwhile) {
 }
 
 TEST(PreferencesLock, IsNotHandedToOtherPrograms) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const auto lock = PreferencesLock::acquire(folder.path(), 0ms);
     ASSERT_TRUE(lock);
     int found = 0;
@@ -118,8 +119,8 @@ TEST(PreferencesLock, IsNotHandedToOtherPrograms) {
 }
 
 TEST(PreferencesLock, Moves) {
-    const TemporaryFolder folder;
-    const TemporaryFolder second;
+    const PreferencesFolder folder;
+    const PreferencesFolder second;
     auto first = PreferencesLock::acquire(folder.path(), 0ms);
     auto other = PreferencesLock::acquire(second.path(), 0ms);
     ASSERT_TRUE(first && other);
@@ -131,7 +132,7 @@ TEST(PreferencesLock, Moves) {
 }
 
 TEST(PreferencesLock, IsClosedToOthersAndMakesItsFolder) {
-    const TemporaryFolder outer;
+    const PreferencesFolder outer;
     const std::filesystem::path folder = outer.path() / "share" / "quillo";
     const mode_t before = umask(0);
     const auto lock = PreferencesLock::acquire(folder, 0ms);
@@ -145,7 +146,7 @@ TEST(PreferencesLock, IsClosedToOthersAndMakesItsFolder) {
 }
 
 TEST(PreferencesLock, AReadOnlyFolderIsAnError) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     EXPECT_TRUE(asOrdinaryUser(folder.path(), [&] {
         std::filesystem::permissions(folder.path(), std::filesystem::perms(0500));
         EXPECT_THAT(whyNot(folder.path(), 10s), HasSubstr("preferences.lock for writing: Permission denied"));
@@ -154,11 +155,11 @@ TEST(PreferencesLock, AReadOnlyFolderIsAnError) {
 }
 
 TEST(PreferencesLock, AFileThatNamesNobodyIsNoHindrance) {
-    const TemporaryFolder folder;
-    TemporaryFolder::write(folder.path() / "preferences.lock", "rubbish that is longer than any number");
+    const PreferencesFolder folder;
+    PreferencesFolder::write(folder.path() / "preferences.lock", "rubbish that is longer than any number");
     const auto lock = PreferencesLock::acquire(folder.path(), 0ms);
     ASSERT_TRUE(lock);
-    TemporaryFolder::write(folder.path() / "preferences.lock", "rubbish");
+    PreferencesFolder::write(folder.path() / "preferences.lock", "rubbish");
     EXPECT_THAT(whyNot(folder.path(), 0ms), Not(HasSubstr("process")));
 }
 

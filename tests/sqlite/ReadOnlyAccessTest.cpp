@@ -1,9 +1,9 @@
-#include "CapturedLog.h"
 #include "ChildProcess.h"
 #include "FaultySystemCalls.h"
 #include "OpenPreferences.h"
+#include "PreferencesFolder.h"
 #include "RawDatabase.h"
-#include "TemporaryFolder.h"
+#include "support/CapturedLog.h"
 
 #include <gmock/gmock.h>
 
@@ -47,18 +47,18 @@ void makeReadOnly(const std::filesystem::path& folder) {
 }
 
 TEST(ReadOnlyAccess, CreatesNothing) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     EXPECT_EQ(openPreferences(folder.path() / "none" / "deeper", Access::ReadOnly)->value("a"), std::nullopt);
     EXPECT_EQ(openPreferences(folder.path(), Access::ReadOnly)->value("a"), std::nullopt);
     EXPECT_THAT(folder.names(), IsEmpty());
-    TemporaryFolder::write(folder.file(), "");
+    PreferencesFolder::write(folder.file(), "");
     EXPECT_EQ(openPreferences(folder.path(), Access::ReadOnly)->value("a"), std::nullopt);
     EXPECT_THAT(folder.names(), ElementsAre("preferences.sqlite"));
     EXPECT_EQ(std::filesystem::file_size(folder.file()), 0U);
 }
 
 TEST(ReadOnlyAccess, ChangesNothing) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())
         ->apply({{"number", Value(std::int64_t{1})}, {"list", Value(Data(largeBytes(1)))}});
     const auto before = folder.contents();
@@ -67,7 +67,7 @@ TEST(ReadOnlyAccess, ChangesNothing) {
 }
 
 TEST(ReadOnlyAccess, ReadsTheLogOfAProcessThatDiedAndLeavesIt) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     saveAndDie(folder.path(), 1);
     saveAndDie(folder.path(), 2);
     const auto before = folder.contents();
@@ -81,7 +81,7 @@ TEST(ReadOnlyAccess, ReadsTheLogOfAProcessThatDiedAndLeavesIt) {
 }
 
 TEST(ReadOnlyAccess, WritesNothing) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())->set("a", std::int64_t{1});
     const auto before = folder.contents();
     const CapturedLog log;
@@ -96,7 +96,7 @@ TEST(ReadOnlyAccess, WritesNothing) {
 }
 
 TEST(ReadOnlyAccess, SeesOneMomentWhileAnotherWrites) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const auto writer = openPreferences(folder.path());
     const auto save = [&](std::int64_t number) {
         writer->apply(
@@ -114,7 +114,7 @@ TEST(ReadOnlyAccess, SeesOneMomentWhileAnotherWrites) {
 }
 
 TEST(ReadOnlyAccess, ReadsAReadOnlyFolder) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())
         ->apply({{"number", Value(std::int64_t{1})}, {"list", Value(Data(largeBytes(1)))}});
     EXPECT_TRUE(asOrdinaryUser(folder.path(), [&] {
@@ -127,7 +127,7 @@ TEST(ReadOnlyAccess, ReadsAReadOnlyFolder) {
 
 TEST(ReadOnlyAccess, ReadsTheLogInAReadOnlyFolder) {
     for (const bool index : {true, false}) {
-        const TemporaryFolder folder;
+        const PreferencesFolder folder;
         saveAndDie(folder.path(), 1);
         saveAndDie(folder.path(), 2);
         if (!index)
@@ -142,7 +142,7 @@ TEST(ReadOnlyAccess, ReadsTheLogInAReadOnlyFolder) {
 }
 
 TEST(ReadOnlyAccess, ReadsAReadOnlyFileInAFolderThatIsNot) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())
         ->apply({{"number", Value(std::int64_t{1})}, {"list", Value(Data(largeBytes(1)))}});
     EXPECT_TRUE(asOrdinaryUser(folder.path(), [&] {
@@ -154,7 +154,7 @@ TEST(ReadOnlyAccess, ReadsAReadOnlyFileInAFolderThatIsNot) {
 }
 
 TEST(ReadOnlyAccess, FollowsAWriterInAFolderThatIsReadOnlyForThisUser) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     if (geteuid() != 0)
         GTEST_SKIP() << "needs two users";
     std::array<int, 2> pipe{};
@@ -183,7 +183,7 @@ TEST(ReadOnlyAccess, FollowsAWriterInAFolderThatIsReadOnlyForThisUser) {
 }
 
 TEST(ReadOnlyAccess, ReadsOnAFullDisk) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())
         ->apply({{"number", Value(std::int64_t{1})}, {"list", Value(Data(largeBytes(1)))}});
     {
@@ -199,7 +199,7 @@ TEST(ReadOnlyAccess, ReadsOnAFullDisk) {
 }
 
 TEST(ReadOnlyAccess, AFolderThatCannotBeSearchedIsAnError) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     std::filesystem::create_directory(folder.path() / "closed");
     openPreferences(folder.path() / "closed")->set("a", true);
     EXPECT_TRUE(asOrdinaryUser(folder.path(), [&] {

@@ -1,10 +1,10 @@
 #include "sqlite/SqlitePreferences.h"
 
-#include "CapturedLog.h"
 #include "FaultySystemCalls.h"
 #include "OpenPreferences.h"
+#include "PreferencesFolder.h"
 #include "RawDatabase.h"
-#include "TemporaryFolder.h"
+#include "support/CapturedLog.h"
 
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>
@@ -59,7 +59,7 @@ TEST(SqlitePreferences, KeepsEveryType) {
         {"", "under the empty key"s},
         {"key\0with nul"s, "under a key with NUL"s},
     };
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     {
         const auto preferences = openPreferences(folder.path());
         for (const auto& [key, value] : values)
@@ -79,7 +79,7 @@ TEST(SqlitePreferences, KeepsEveryType) {
 }
 
 TEST(SqlitePreferences, ReplacesAndRemoves) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     {
         const auto preferences = openPreferences(folder.path());
         preferences->apply(
@@ -97,13 +97,13 @@ TEST(SqlitePreferences, ReplacesAndRemoves) {
 }
 
 TEST(SqlitePreferences, OfTwoChangesToOneKeyTheLaterCounts) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())->apply({{"a", Value(true)}, {"a", std::nullopt}, {"a", Value("last"s)}});
     EXPECT_EQ(openPreferences(folder.path())->text("a"), "last");
 }
 
 TEST(SqlitePreferences, ShowsWhatIsPendingBeforeItIsOnDisk) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const auto preferences = openPreferences(folder.path());
     RawDatabase other(folder.file());
     ASSERT_EQ(other.run("BEGIN IMMEDIATE"), SQLITE_OK); // Nothing can be committed meanwhile.
@@ -117,7 +117,7 @@ TEST(SqlitePreferences, ShowsWhatIsPendingBeforeItIsOnDisk) {
 }
 
 TEST(SqlitePreferences, RefusesWhatItCannotKeepAndSaysSo) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const CapturedLog log;
     const auto preferences = openPreferences(folder.path());
     preferences->apply({{"list", Value("before"s)}, {"stamp", Value(1.0)}});
@@ -132,7 +132,7 @@ TEST(SqlitePreferences, RefusesWhatItCannotKeepAndSaysSo) {
 }
 
 TEST(SqlitePreferences, RefusesTooLargeValues) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const CapturedLog log;
     const auto preferences = openPreferences(folder.path());
     preferences->set("list", Data(std::string(SqlitePreferences::maximumBytes + 1, '\0')));
@@ -141,7 +141,7 @@ TEST(SqlitePreferences, RefusesTooLargeValues) {
 }
 
 TEST(SqlitePreferences, DoesNotReadLargeDataOnOpening) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     openPreferences(folder.path())
         ->apply({{"list", Value(Data(largeBytes(1, 18'000'000)))}, {"stamp", Value(1.0)}});
     const FaultySystemCalls calls;
@@ -154,7 +154,7 @@ TEST(SqlitePreferences, DoesNotReadLargeDataOnOpening) {
 }
 
 TEST(SqlitePreferences, ManySmallChangesBecomeFewTransactions) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     const auto preferences = openPreferences(folder.path());
     RawDatabase other(folder.file());
     ASSERT_EQ(other.run("BEGIN IMMEDIATE"), SQLITE_OK);
@@ -182,7 +182,7 @@ rc::Gen<Value> arbitraryValue() {
 }
 
 RC_GTEST_PROP(SqlitePreferencesProperty, BehavesLikeAMap, ()) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     std::map<std::string, Value> model;
     auto preferences = openPreferences(folder.path());
     const auto key = rc::gen::element("a"s, "b"s, "c"s, "c.stamp"s, "d\0"s, ""s);

@@ -1,5 +1,5 @@
 #include "OpenPreferences.h"
-#include "TemporaryFolder.h"
+#include "PreferencesFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace quillo::support {
 namespace {
 
 TEST(Threads, ApplyAndReadTogether) {
-    const TemporaryFolder folder;
+    const PreferencesFolder folder;
     constexpr std::int64_t rounds = 60;
     {
         const auto preferences = openPreferences(folder.path());

@@ -1,13 +1,10 @@
-/// A folder of its own for a test, gone with it.
+/// Folders of preferences for tests.
 #pragma once
 
-#include <unistd.h>
+#include "support/TemporaryFolder.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <map>
 #include <ostream>
 #include <string>
@@ -30,35 +27,24 @@ struct Bytes {
     }
 };
 
-class TemporaryFolder {
+/// A folder of its own for a test, where preferences are or will be.
+class PreferencesFolder : public TemporaryFolder {
 public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quillo-test-XXXXXX").string();
-        path_ = mkdtemp(pattern.data());
-    }
-    ~TemporaryFolder() {
+    ~PreferencesFolder() {
+        // A test may have taken away the right to remove what is in it.
         std::error_code ignored;
-        std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
-        std::filesystem::remove_all(path_, ignored);
+        std::filesystem::permissions(path(), std::filesystem::perms::owner_all, ignored);
     }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    const std::filesystem::path& path() const { return path_; }
-    std::filesystem::path file() const { return path_ / "preferences.sqlite"; }
+    std::filesystem::path file() const { return path() / "preferences.sqlite"; }
 
     /// Names in it, sorted.
-    std::vector<std::string> names() const {
-        std::vector<std::string> names;
-        for (const auto& [name, bytes] : contents())
-            names.push_back(name);
-        return names;
-    }
+    std::vector<std::string> names() const { return namesIn(path()); }
 
     /// Bytes of every file in it, by name.
     std::map<std::string, Bytes> contents() const {
         std::map<std::string, Bytes> contents;
-        for (const auto& entry : std::filesystem::directory_iterator(path_))
+        for (const auto& entry : std::filesystem::directory_iterator(path()))
             contents[entry.path().filename().string()] = read(entry.path());
         return contents;
     }
@@ -75,16 +61,8 @@ public:
         return damaged;
     }
 
-    static std::string read(const std::filesystem::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    static void write(const std::filesystem::path& path, const std::string& bytes) {
-        std::ofstream(path, std::ios::binary) << bytes;
-    }
-
-private:
-    std::filesystem::path path_;
+    static std::string read(const std::filesystem::path& path) { return bytesOf(path); }
+    static void write(const std::filesystem::path& path, const std::string& bytes) { writeFile(path, bytes); }
 };
 
 } // namespace quillo::support
