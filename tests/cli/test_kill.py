@@ -12,7 +12,7 @@ from quillo_command import PATIENCE_SECONDS, CommandTest, program
 KILLS = 200
 LONGEST_ROUND_SECONDS = 0.2
 # Proof that the rounds were long enough for something to be at stake.
-FEWEST_ANSWERS = KILLS
+FEWEST_ANSWERS = 100  # a sanitizer makes commands several times slower
 
 ADD_FOR_EVER = 'number=0; while :; do "$0" add "r$1n$number"; number=$((number + 1)); done'
 
