@@ -46,7 +46,8 @@ def program():
 
 def is_sanitized():
     """Sanitizers keep freed memory for a while, which spoils every look at memory."""
-    return b"__asan_init" in pathlib.Path(program()).read_bytes()
+    content = pathlib.Path(program()).read_bytes()
+    return b"__asan_init" in content or b"__tsan_init" in content
 
 
 @dataclass
