@@ -25,8 +25,9 @@ Result<Arguments> Arguments::read(const std::vector<std::string>& words, const s
         }
         const std::size_t equals = word.find('=');
         const std::string name = word.substr(0, equals);
-        const auto known = std::find_if(options.begin(), options.end(),
-                                        [&](const Option& option) { return name.substr(2) == option.name; });
+        const auto known = std::find_if(options.begin(), options.end(), [&](const Option& option) {
+            return name == "--" + std::string(option.name);
+        });
         const bool hasValue = equals != std::string::npos;
         if (known == options.end() || (hasValue && known->value.empty()))
             return Error{"unknown option " + word + " (-- ends the options)"};
