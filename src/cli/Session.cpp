@@ -1,6 +1,7 @@
 #include "cli/Session.h"
 
 #include "base/DataFolder.h"
+#include "cli/WorkingMemory.h"
 #include "unicode/SystemPlace.h"
 
 #include <utility>
@@ -20,6 +21,10 @@ Result<std::unique_ptr<Session>> Session::open(Purpose purpose) {
             return acquired.error();
         lock = std::move(*acquired);
     }
+    // The list is read into one buffer, encoded into another and copied once more by SQLite.
+    std::error_code noFile;
+    if (const auto size = std::filesystem::file_size(*folder / "preferences.sqlite", noFile); !noFile)
+        readyMemory(size * 7 / 2);
     auto preferences =
         SqlitePreferences::open(*folder, purpose == Purpose::Change ? SqlitePreferences::Access::ReadWrite
                                                                     : SqlitePreferences::Access::ReadOnly);
