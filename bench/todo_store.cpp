@@ -1,12 +1,16 @@
 // One change of the resident list: what it costs the main thread (the median and the 99th of all changes,
 // while the queue saves in the background as fast as it can), and what one save costs the background.
+#include "base/ManualExecutor.h"
+#include "entry/Services.h"
 #include "model/TodoItemJson.h"
-#include "store/TodoStore.h"
+#include "reminders/AlignReminders.h"
+#include "reminders/TaskReminder.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <random>
 #include <string>
 #include <utility>
@@ -44,23 +48,24 @@ public:
     void synchronize() override {}
 };
 
-class NoReminders : public ReminderCenter {
-public:
-    void removePending(const std::string&) override {}
-};
-
-/// A store with `count` open tasks, a reminder for every second one.
+/// The resident program's services with `count` open tasks, of which every second one was reminded of or will
+/// be: the newest 300 are still to come.
 class Resident {
 public:
     explicit Resident(std::size_t count)
-        : items_(makeItems(count)), preferences_(Data(*encodeStoredItems(items_))) {}
+        : items_(makeItems(count)), preferences_(Data(*encodeStoredItems(items_))) {
+        alignReminders(services_.reminderBook(), remindedTasks(store().items()), calendar_, clock_.now());
+    }
 
     static std::vector<TodoItem> makeItems(std::size_t count) {
+        constexpr std::size_t stillToCome = 300;
         std::vector<TodoItem> items(count);
         for (std::size_t place = 0; place < count; ++place) {
             items[place] = makeItem(place);
             if (place % 2 == 0)
-                items[place].notificationID = "quillo." + items[place].id.toString();
+                items[place].notificationID = reminderIdentifier(items[place].id);
+            if (place < stillToCome)
+                items[place].dueDate = Instant{SystemClock().now().secondsSince2001 + 86400.0 * (1 + place)};
         }
         return items;
     }
@@ -73,16 +78,17 @@ public:
     }
 
     const std::vector<TodoItem>& items() const { return items_; }
-    TodoStore& store() { return store_; }
+    TodoStore& store() { return services_.todoStore(); }
 
 private:
     std::vector<TodoItem> items_;
     OneList preferences_;
     NoCloud cloud_;
-    NoReminders reminders_;
     SystemClock clock_;
-    NotificationCenter notifications_;
-    TodoStore store_{{preferences_, cloud_, reminders_, clock_, notifications_}};
+    unicode::CivilCalendar calendar_ = *unicode::CivilCalendar::create("Europe/Berlin", "en_US");
+    ManualExecutor mainExecutor_;
+    Backups backups_{std::filesystem::temp_directory_path(), clock_};
+    Services services_{Surroundings{preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_}};
 };
 
 /// Makes the change 2,000 times and reports what each took the main thread; then a few times more, waiting

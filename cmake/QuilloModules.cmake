@@ -40,6 +40,22 @@ function(quillo_core_module name)
   set_target_properties(quillo_${name} PROPERTIES QUILLO_CORE_MODULE TRUE)
 endfunction()
 
+# quillo_desktop_module(<folder> [DEPENDS <folder>...] [LIBRARIES <library>...])
+#
+# The same for a folder of the desktop program, which may use Qt and core modules.
+function(quillo_desktop_module name)
+  cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  list(TRANSFORM ARG_DEPENDS PREPEND quillo_)
+  add_library(quillo_${name} STATIC ${sources})
+  set_target_properties(quillo_${name} PROPERTIES AUTOMOC ON)
+  target_include_directories(quillo_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+  target_compile_definitions(quillo_${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY)
+  target_link_libraries(quillo_${name} PUBLIC ${ARG_DEPENDS} ${ARG_LIBRARIES} PRIVATE quillo_flags)
+  quillo_checked(quillo_${name})
+endfunction()
+
 # quillo_checked(<target>): clang-tidy runs beside the compiler for it, where that is switched on.
 function(quillo_checked target)
   if(QUILLO_CLANG_TIDY)

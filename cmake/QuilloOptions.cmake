@@ -1,4 +1,5 @@
 # What can be switched, and the flags that every target of ours is compiled with.
+option(QUILLO_BUILD_DESKTOP "Build the desktop program (needs Qt 6); without it there is the command alone" ON)
 option(QUILLO_BUILD_TESTS "Build the tests" ON)
 option(QUILLO_BUILD_BENCHMARKS "Build the benchmarks (bench/)" OFF)
 option(QUILLO_BUILD_FUZZERS "Build the libFuzzer targets (clang only)" OFF)

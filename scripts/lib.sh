@@ -2,9 +2,9 @@
 
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
-build_packages=(g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev libsimdjson-dev rapidjson-dev)
+build_packages=(g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev libsimdjson-dev rapidjson-dev qt6-base-dev)
 test_packages=(libgtest-dev libgmock-dev librapidcheck-dev python3 tzdata sqlite3 man-db groff-base dpkg-dev file zsh fish
-  clang libclang-rt-dev clang-format)
+  clang libclang-rt-dev clang-format python3-gi gir1.2-glib-2.0 dbus-daemon dunst xvfb libfaketime)
 long_test_packages=(clang-tidy)
 bench_packages=(libbenchmark-dev taskwarrior)
 

@@ -7,27 +7,38 @@ function __quillo_commands
         done 'Complete a task' \
         undone 'Make a completed task open again' \
         edit 'Give a task a new title' \
+        remind 'Give a task another due date and reminder' \
         delete 'Delete a task' \
         clear-completed 'Delete all tasks that are done' \
+        restore 'List the earlier lists that are kept, or bring one back' \
+        export 'Print the whole list as a document, or write it to a file' \
+        stats 'Show how many tasks were completed, and how fast' \
         parse 'Show what would be understood of a text' \
+        resolve 'Show when classified texts are due' \
+        quit 'End the desktop program' \
         help 'List the commands, or explain one' \
         version 'Print the version'
 end
 
-# __quillo_tasks [--all|--done]: the numbers of tasks, described by their titles.
-function __quillo_tasks
+# __quillo_numbers COMMAND [OPTION]: the numbers that the command prints, described by what stands behind them.
+function __quillo_numbers
     set -l program (commandline -opc)[1]
     type -q -- $program; or return
     # "3  [ ]  Call mom  Mar 5, 2026 at 9:00 AM"; only looks, and whatever a title holds, it stands on one line.
-    $program list $argv 2>/dev/null </dev/null | string replace -rf '^ *(\d+)  \[.\]  (.*)$' '$1\t$2'
+    $program $argv 2>/dev/null </dev/null | string replace -rf '^ *(\d+)  (?:\[.\]  )?(.*)$' '$1\t$2'
 end
 
 # __quillo_at COMMAND...: the cursor stands at the first argument of one of these commands.
 function __quillo_at
     set -l words
     set -l options_ended no
+    set -l option
     for word in (commandline -opc)[2..]
-        if test $options_ended = no; and test "$word" = --
+        if set -q option[1]
+            set option # This was its value.
+        else if test $options_ended = no; and contains -- $word -o --output
+            set option $word
+        else if test $options_ended = no; and test "$word" = --
             set options_ended yes
         else if test $options_ended = yes; or not string match -q -- '-*' $word
             set -a words $word
@@ -38,9 +49,12 @@ end
 
 complete -c quillo -f
 complete -c quillo -n '__fish_use_subcommand; or __quillo_at help' -k -a '(__quillo_commands)'
-complete -c quillo -n '__quillo_at done' -k -a '(__quillo_tasks)'
-complete -c quillo -n '__quillo_at undone' -k -a '(__quillo_tasks --done)'
-complete -c quillo -n '__quillo_at edit delete' -k -a '(__quillo_tasks --all)'
+complete -c quillo -n '__quillo_at done remind' -k -a '(__quillo_numbers list)'
+complete -c quillo -n '__quillo_at undone' -k -a '(__quillo_numbers list --done)'
+complete -c quillo -n '__quillo_at edit delete' -k -a '(__quillo_numbers list --all)'
+complete -c quillo -n '__quillo_at restore' -k -a '(__quillo_numbers restore)'
+complete -c quillo -n '__quillo_at export' -a markdown -d 'A checklist, for people'
+complete -c quillo -n '__quillo_at export' -a json -d 'An array, for programs'
 
 complete -c quillo -n __fish_use_subcommand -s h -l help -d 'List the commands'
 complete -c quillo -n __fish_use_subcommand -s V -l version -d 'Print the version'
@@ -49,9 +63,16 @@ complete -c quillo -n '__fish_seen_subcommand_from add' -l json -d 'Print the ta
 complete -c quillo -n '__fish_seen_subcommand_from list' -l all -d 'All tasks'
 complete -c quillo -n '__fish_seen_subcommand_from list' -l done -d 'Tasks that are done'
 complete -c quillo -n '__fish_seen_subcommand_from list' -l json -d 'Print JSON'
+complete -c quillo -n '__fish_seen_subcommand_from remind' -l clear -d 'Take the due date and the reminder away'
+complete -c quillo -n '__fish_seen_subcommand_from export' -s o -l output -r -F -d 'The file to write'
+complete -c quillo -n '__fish_seen_subcommand_from stats' -l json -d 'Print JSON'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l now -x -d 'When the text was typed'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l time-zone -x -d 'Where it was typed'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l locale -x -d 'The language of the answer'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l json -d 'Print JSON'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l trace -d 'Show which rules matched'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l jsonl -d 'Read and answer lines of JSON'
+complete -c quillo -n '__fish_seen_subcommand_from resolve' -l now -x -d 'When the texts were typed'
+complete -c quillo -n '__fish_seen_subcommand_from resolve' -l time-zone -x -d 'Where they were typed'
+complete -c quillo -n '__fish_seen_subcommand_from resolve' -l locale -x -d 'The calendar in which they are meant'
+complete -c quillo -n '__fish_seen_subcommand_from resolve' -l jsonl -d 'Read and answer lines of JSON'

@@ -6,6 +6,24 @@
 
 namespace quillo::cli {
 
+namespace {
+
+/// An option as it was typed: --name, --name=value, -n, -nvalue or -n=value.
+struct TypedOption {
+    std::string name; ///< hyphens included
+    std::optional<std::string> value;
+};
+
+TypedOption typedOption(const std::string& word) {
+    const std::size_t equals = word.find('=');
+    const std::size_t nameEnd = word.starts_with("--") ? equals : std::size_t{2};
+    if (nameEnd >= word.size())
+        return {word, std::nullopt};
+    return {word.substr(0, nameEnd), word.substr(nameEnd == equals ? nameEnd + 1 : nameEnd)};
+}
+
+} // namespace
+
 Result<Arguments> Arguments::read(const std::vector<std::string>& words, const std::vector<Option>& options) {
     Arguments arguments;
     bool optionsEnded = false;
@@ -23,28 +41,25 @@ Result<Arguments> Arguments::read(const std::vector<std::string>& words, const s
             arguments.options_["help"];
             continue;
         }
-        const std::size_t equals = word.find('=');
-        const std::string name = word.substr(0, equals);
+        TypedOption typed = typedOption(word);
         const auto known = std::find_if(options.begin(), options.end(), [&](const Option& option) {
-            return name == "--" + std::string(option.name);
+            return typed.name == "--" + std::string(option.name) ||
+                   (option.letter != 0 && typed.name == std::string{'-', option.letter});
         });
-        const bool hasValue = equals != std::string::npos;
-        if (known == options.end() || (hasValue && known->value.empty()))
+        if (known == options.end() || (typed.value && known->value.empty()))
             return Error{"unknown option " + word + " (-- ends the options)"};
-        std::string value;
-        if (hasValue)
-            value = word.substr(equals + 1);
-        else if (!known->value.empty() && ++at == words.size())
-            return Error{word + " needs a value"};
-        else if (!known->value.empty())
-            value = words[at];
-        arguments.options_[std::string(known->name)] = std::move(value);
+        if (!known->value.empty() && !typed.value) {
+            if (++at == words.size())
+                return Error{word + " needs a value"};
+            typed.value = words[at];
+        }
+        std::string& value = arguments.options_[std::string(known->name)];
+        value = std::move(typed.value).value_or("");
+        if (!known->isFile)
+            arguments.malformed_ |= makeWellFormed(value);
     }
-
     for (std::string& word : arguments.words_)
         arguments.malformed_ |= makeWellFormed(word);
-    for (auto& [name, value] : arguments.options_)
-        arguments.malformed_ |= makeWellFormed(value);
     return arguments;
 }
 

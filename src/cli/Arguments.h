@@ -16,13 +16,15 @@ struct Option {
     std::string_view name;
     std::string_view explanation;
     std::string_view value = {}; ///< what its value is called in explanations; empty if it takes none
+    char letter = 0;             ///< its short form, if it has one: -n VALUE, or -nVALUE
+    bool isFile = false;         ///< its value names a file: bytes, in whatever encoding
 };
 
 class Arguments {
 public:
     /// Sorts `words`, those behind the command's name, into options and the rest. "--" ends the options.
-    /// Malformed UTF-8 reads as U+FFFD, see malformed(). An option that is not known, or
-    /// lacks its value, is an error.
+    /// Malformed UTF-8 reads as U+FFFD, but for names of files, see malformed(). An option that is not known,
+    /// or lacks its value, is an error.
     static Result<Arguments> read(const std::vector<std::string>& words, const std::vector<Option>& options);
 
     bool has(std::string_view option) const { return options_.find(option) != options_.end(); }

@@ -1,77 +1,55 @@
 #include "cli/JsonLines.h"
 
 #include "base/Log.h"
-#include "cli/JsonRequest.h"
 #include "cli/LineReader.h"
-#include "cli/Understanding.h"
 #include "cli/WellFormed.h"
 #include "cli/When.h"
-
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 namespace quillo::cli {
 
 namespace {
 
-Result<std::string> textOf(const JsonMember& member, const char* name, const std::string& otherwise) {
+Result<Instant> nowOf(const JsonMember& member, const std::string& zone, const Circumstances& circumstances) {
     switch (member.kind) {
     case JsonMember::Kind::Absent:
-        return otherwise;
-    case JsonMember::Kind::Text:
-        return member.text;
-    case JsonMember::Kind::Number:
-    case JsonMember::Kind::Other:
-        break;
-    }
-    return Error{std::string("\"") + name + "\" must be a text"};
-}
-
-Result<Instant> nowOf(const JsonMember& member, const std::string& zone, const JsonLinesDefaults& defaults) {
-    switch (member.kind) {
-    case JsonMember::Kind::Absent:
-        return defaults.now();
+        return circumstances.now();
     case JsonMember::Kind::Text:
     case JsonMember::Kind::Number:
         return readWhen(member.text, zone);
-    case JsonMember::Kind::Other:
+    case JsonMember::Kind::Flag:
+    case JsonMember::Kind::Array:
+    case JsonMember::Kind::Object:
         break;
     }
     return Error{"\"now\" must be a time or a number of seconds"};
 }
 
 /// The answer's members behind "id", or why there is none.
-Result<std::string> answer(const JsonRequest& request, Places& places, const JsonLinesDefaults& defaults) {
-    if (request.text.kind == JsonMember::Kind::Absent)
-        return Error{"\"text\" is missing"};
-    const Result<std::string> typed = textOf(request.text, "text", {});
-    if (!typed)
-        return typed.error();
-    const Result<std::string> zone = textOf(request.zone, "tz", defaults.zone);
+Result<std::string> answer(const JsonMembers& line, Places& places, const Circumstances& circumstances,
+                           const JsonQuestion& question) {
+    const JsonMember& asked = line.at(question.member);
+    if (asked.kind == JsonMember::Kind::Absent)
+        return Error{"\"" + std::string(question.member) + "\" is missing"};
+    const unicode::CivilCalendar& usual = circumstances.place->calendar();
+    const Result<std::string> zone = textOf(line.at("tz"), "tz", usual.zone());
     if (!zone)
         return zone.error();
-    const Result<std::string> locale = textOf(request.locale, "locale", defaults.locale);
+    const Result<std::string> locale = textOf(line.at("locale"), "locale", usual.locale());
     if (!locale)
         return locale.error();
-    const auto place = places.at(*zone, locale->empty() ? defaults.locale : *locale);
+    const auto place = places.at(*zone, locale->empty() ? usual.locale() : *locale);
     if (!place)
         return place.error();
-    const Result<Instant> now = nowOf(request.now, *zone, defaults);
+    const Result<Instant> now = nowOf(line.at("now"), *zone, circumstances);
     if (!now)
         return now.error();
-    return membersOf((*place)->parser().parse(*typed, *now), *typed, nullptr);
-}
-
-std::string errorMember(const std::string& message) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> json(buffer);
-    json.String(message.data(), static_cast<rapidjson::SizeType>(message.size()));
-    return std::string("\"error\":") + buffer.GetString();
+    return question.answer(asked, *now, **place);
 }
 
 } // namespace
 
-Result<bool> parseJsonLines(std::FILE* input, std::FILE* output, const JsonLinesDefaults& defaults) {
+Result<bool> answerJsonLines(std::FILE* input, std::FILE* output, const Circumstances& circumstances,
+                             const JsonQuestion& question) {
     LineReader lines(input);
     Places places;
     bool allRead = true;
@@ -85,13 +63,14 @@ Result<bool> parseJsonLines(std::FILE* input, std::FILE* output, const JsonLines
         Result<std::string> members = Error{"not a JSON object"};
         if (lines.tooLong()) {
             members = Error{"the line is too long"};
-        } else if (const auto request = readJsonRequest(line)) {
-            id = request->id;
-            members = answer(*request, places, defaults);
+        } else if (const auto read = readJsonMembers(line, {"id", "now", "tz", "locale", question.member})) {
+            id = toJson(read->at("id"));
+            members = answer(*read, places, circumstances, question);
         }
         allRead &= members.ok();
-        const std::string reply =
-            "{\"id\":" + id + "," + (members ? *members : errorMember(members.error().message)) + "}\n";
+        const std::string reply = "{\"id\":" + id + "," +
+                                  (members ? *members : "\"error\":" + toJson(members.error().message)) +
+                                  "}\n";
         std::fwrite(reply.data(), 1, reply.size(), output);
         std::fflush(output);
     }

@@ -8,49 +8,66 @@
 
 namespace quillo::cli {
 
-Result<std::unique_ptr<Session>> Session::open(Purpose purpose) {
-    constexpr std::chrono::milliseconds patience{2000};
+Result<std::unique_ptr<Session>> Session::look() {
     const auto folder = dataFolder();
-    if (!folder)
-        return folder.error();
+    return folder ? open(*folder, std::nullopt) : Result<std::unique_ptr<Session>>(folder.error());
+}
 
-    std::optional<PreferencesLock> lock;
-    if (purpose == Purpose::Change) {
-        auto acquired = PreferencesLock::acquire(*folder, patience);
-        if (!acquired)
-            return acquired.error();
-        lock = std::move(*acquired);
+Result<std::unique_ptr<Session>> Session::change(const std::filesystem::path& folder, PreferencesLock lock) {
+    auto session = open(folder, std::move(lock));
+    if (session) {
+        if (const Outcome pulled = (*session)->services_.todoStore().drain(); !pulled)
+            return pulled.error();
+        (*session)->mainExecutor_.run();
     }
+    return session;
+}
+
+Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& folder,
+                                               std::optional<PreferencesLock> lock) {
     // The list is read into one buffer, encoded into another and copied once more by SQLite.
     std::error_code noFile;
-    if (const auto size = std::filesystem::file_size(*folder / "preferences.sqlite", noFile); !noFile)
+    if (const auto size = std::filesystem::file_size(folder / "preferences.sqlite", noFile); !noFile)
         readyMemory(size * 7 / 2);
-    auto preferences =
-        SqlitePreferences::open(*folder, purpose == Purpose::Change ? SqlitePreferences::Access::ReadWrite
-                                                                    : SqlitePreferences::Access::ReadOnly);
+    auto preferences = SqlitePreferences::open(folder, lock ? SqlitePreferences::Access::ReadWrite
+                                                            : SqlitePreferences::Access::ReadOnly);
     if (!preferences)
         return preferences.error();
     auto calendar = unicode::CivilCalendar::create(unicode::systemTimeZone(), unicode::systemLocale());
     if (!calendar)
         return Error{"unknown time zone \"" + unicode::systemTimeZone() + "\""};
+    (*preferences)->writeOnFlushOnly();
     std::unique_ptr<Session> session(
-        new Session(*folder, std::move(lock), std::move(*preferences), std::move(*calendar)));
+        new Session(folder, std::move(lock), std::move(*preferences), std::move(*calendar)));
     // A list that could not be read because of the disk is not an empty one.
     if (const Outcome read = session->preferences_->flush(); !read)
         return read.error();
     return session;
 }
 
-Session::Session(std::filesystem::path folder, std::optional<PreferencesLock> lock,
+Session::Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
                  std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
-    : lock_(std::move(lock)), preferences_(std::move(preferences)), backups_(std::move(folder), clock_),
-      calendar_(std::move(calendar)), dates_(calendar_.zone(), calendar_.locale()),
-      parser_(calendar_, dates_),
-      store_(TodoStoreDependencies{*preferences_, cloud_, reminders_, clock_, notifications_, &backups_}),
-      addTask_(parser_, clock_, store_), commands_(addTask_, store_) {}
+    : lock_(std::move(lock)), preferences_(std::move(preferences)), backups_(folder, clock_),
+      calendar_(std::move(calendar)),
+      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_}) {}
+
+control::Answer Session::answer(const control::Request& request) {
+    std::optional<control::Answer> answer;
+    services_.commands().answer(request, [&](const control::Answer& given) { answer = given; });
+    while (!answer) { // It waits for the disk.
+        if (const Outcome saved = services_.drain(); !saved)
+            return saved.error();
+        mainExecutor_.run();
+    }
+    if (*answer) {
+        if (const Outcome outcome = commit(); !outcome)
+            return outcome.error();
+    }
+    return *std::move(answer);
+}
 
 Outcome Session::commit() {
-    Outcome outcome = store_.drain();
+    Outcome outcome = services_.drain();
     if (outcome)
         outcome = preferences_->flush();
     if (!outcome)

@@ -2,16 +2,16 @@
 #pragma once
 
 #include "base/Clock.h"
-#include "base/NotificationCenter.h"
+#include "base/ManualExecutor.h"
 #include "base/Result.h"
-#include "entry/AddTask.h"
-#include "entry/TaskCommands.h"
-#include "parser/ParserService.h"
+#include "control/Answer.h"
+#include "control/Request.h"
+#include "entry/Services.h"
 #include "sqlite/PreferencesLock.h"
 #include "sqlite/SqlitePreferences.h"
 #include "store/Backups.h"
-#include "store/TodoStore.h"
 #include "sync/UnsetCloudStore.h"
+#include "unicode/CivilCalendar.h"
 
 #include <filesystem>
 #include <memory>
@@ -21,44 +21,37 @@ namespace quillo::cli {
 
 class Session {
 public:
-    /// Commands that only look need no lock: they see what was committed last, whoever writes meanwhile.
-    enum class Purpose { Look, Change };
+    /// Loads the list of the user's data folder, for looking only. That needs no lock: what is seen is what
+    /// was committed last, whoever writes meanwhile.
+    static Result<std::unique_ptr<Session>> look();
 
-    /// Takes the lock where the list is to be changed (waiting at most two seconds for whoever holds it) and
-    /// loads the list of the user's data folder.
-    static Result<std::unique_ptr<Session>> open(Purpose purpose);
+    /// Loads a folder's list for changing it. A newer one in the cloud store comes before what is changed.
+    static Result<std::unique_ptr<Session>> change(const std::filesystem::path& folder, PreferencesLock lock);
 
-    TodoStore& store() { return store_; }
-    TaskCommands& commands() { return commands_; }
-    const unicode::DateFormat& dates() const { return dates_; }
+    const TaskList& items() { return services_.todoStore().items(); }
+    StatsStore& statsStore() { return services_.statsStore(); }
 
-    /// Waits until everything that was changed is on disk.
-    Outcome commit();
+    /// Does what is asked, and answers when that is on disk.
+    control::Answer answer(const control::Request& request);
 
 private:
-    /// Reminders come with the resident program.
-    class NoReminders : public ReminderCenter {
-    public:
-        void removePending(const std::string&) override {}
-    };
+    static Result<std::unique_ptr<Session>> open(const std::filesystem::path& folder,
+                                                 std::optional<PreferencesLock> lock);
 
-    Session(std::filesystem::path folder, std::optional<PreferencesLock> lock,
+    Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
             std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar);
+
+    Outcome commit();
 
     // In the order in which they are made; each may use those above it.
     std::optional<PreferencesLock> lock_;
     std::unique_ptr<SqlitePreferences> preferences_;
     SystemClock clock_;
-    NoReminders reminders_;
     UnsetCloudStore cloud_;
-    NotificationCenter notifications_;
+    ManualExecutor mainExecutor_;
     Backups backups_;
     unicode::CivilCalendar calendar_;
-    unicode::DateFormat dates_;
-    ParserService parser_;
-    TodoStore store_;
-    AddTask addTask_;
-    TaskCommands commands_;
+    Services services_;
 };
 
 } // namespace quillo::cli

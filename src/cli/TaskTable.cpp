@@ -42,13 +42,13 @@ Style dueStyle(const TodoItem& item, Instant now) {
 
 } // namespace
 
-std::string taskTable(const std::vector<NumberedItem>& tasks, Instant now, const unicode::DateFormat& format,
-                      const Terminal& terminal) {
+std::string taskTable(const std::vector<control::NumberedItem>& tasks, Instant now,
+                      const unicode::DateFormat& format, const Terminal& terminal) {
     std::vector<Row> rows;
     int numberColumns = 0;
     int titleColumns = 0;
     int dueColumns = 0;
-    for (const NumberedItem& task : tasks) {
+    for (const control::NumberedItem& task : tasks) {
         Row row{std::to_string(task.number), &task.item, onOneLine(task.item.title),
                 dueText(task.item, format)};
         numberColumns = std::max(numberColumns, static_cast<int>(row.number.size()));

@@ -32,32 +32,16 @@ std::string matchedText(std::string_view text, unicode::TextRange range) {
 
 } // namespace
 
-Place::Place(unicode::CivilCalendar calendar)
-    : calendar_(std::move(calendar)), format_(calendar_.zone(), calendar_.locale()),
-      parser_(calendar_, format_) {}
-
-Result<std::shared_ptr<const Place>> Place::create(std::string_view zone, std::string_view locale) {
-    auto calendar = unicode::CivilCalendar::create(zone, locale);
-    if (!calendar)
-        return Error{"unknown time zone \"" + std::string(zone) + "\""};
-    return std::shared_ptr<const Place>(new Place(std::move(*calendar)));
-}
-
-Result<std::shared_ptr<const Place>> Places::at(const std::string& zone, const std::string& locale) {
-    for (auto place = recent_.begin(); place != recent_.end(); ++place) {
-        const unicode::CivilCalendar& calendar = (*place)->calendar();
-        if (calendar.zone() == zone && calendar.locale() == locale) {
-            recent_.splice(recent_.begin(), recent_, place);
-            return recent_.front();
-        }
-    }
-    auto place = Place::create(zone, locale);
-    if (place) {
-        recent_.push_front(*place);
-        if (recent_.size() > kept)
-            recent_.pop_back();
-    }
-    return place;
+std::string dueAsJson(const std::optional<Instant>& due) {
+    if (!due)
+        return "null";
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> json(buffer);
+    if (const double seconds = due->unixSeconds(); seconds == std::floor(seconds))
+        json.Int64(static_cast<std::int64_t>(seconds));
+    else
+        json.Double(seconds);
+    return buffer.GetString();
 }
 
 std::string membersOf(const Parse& parse, std::string_view text, const Trace* trace) {
@@ -72,12 +56,8 @@ std::string membersOf(const Parse& parse, std::string_view text, const Trace* tr
     json.Key("title");
     string(parse.task.title);
     json.Key("due");
-    if (!parse.task.dueDate)
-        json.Null();
-    else if (const double due = parse.task.dueDate->unixSeconds(); due == std::floor(due))
-        json.Int64(static_cast<std::int64_t>(due));
-    else
-        json.Double(due);
+    const std::string due = dueAsJson(parse.task.dueDate);
+    json.RawValue(due.data(), due.size(), rapidjson::kNumberType);
     json.Key("interpretation");
     if (parse.task.interpretation)
         string(*parse.task.interpretation);

@@ -1,43 +1,19 @@
 /// What was understood of a text, and how it is shown.
 #pragma once
 
-#include "base/Result.h"
+#include "base/Instant.h"
+#include "entry/Place.h"
 #include "parser/ParserService.h"
 
-#include <list>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace quillo::cli {
 
-/// Where and in what language texts are understood: a calendar, and what is built on it.
-class Place {
-public:
-    /// Names as CivilCalendar takes them; an unknown zone is an error.
-    static Result<std::shared_ptr<const Place>> create(std::string_view zone, std::string_view locale);
-
-    const unicode::CivilCalendar& calendar() const { return calendar_; }
-    const unicode::DateFormat& format() const { return format_; }
-    const ParserService& parser() const { return parser_; }
-
-private:
-    explicit Place(unicode::CivilCalendar calendar);
-
-    unicode::CivilCalendar calendar_;
-    unicode::DateFormat format_;
-    ParserService parser_;
-};
-
-/// The places used last. Making one costs more than understanding a text in it.
-class Places {
-public:
-    Result<std::shared_ptr<const Place>> at(const std::string& zone, const std::string& locale);
-
-private:
-    static constexpr std::size_t kept = 16;
-    std::list<std::shared_ptr<const Place>> recent_;
-};
+/// A due date in seconds since 1970 as JSON text, with a fraction only if it is not whole; null where there
+/// is none.
+std::string dueAsJson(const std::optional<Instant>& due);
 
 /// The members {"hint":…,"title":…,"due":…,"interpretation":…,"path":…} as JSON text without the braces; with
 /// a trace, "trace":[{"family":…,"rule":…,"start":…,"end":…,"text":…}] at the end.

@@ -3,12 +3,18 @@
 #include "unicode/Text.h"
 
 #include <charconv>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quillo {
 
 namespace {
+
+using control::Answer;
+using control::NumberedItem;
 
 constexpr std::size_t shortestPrefix = 8;
 
@@ -41,14 +47,48 @@ std::string lengthOf(const TaskList& items) {
     return "; the list has " + std::to_string(items.size()) + (items.size() == 1 ? " task" : " tasks");
 }
 
+const Error noText{"a task needs a text"};
+
+Answer about(NumberedItem task) {
+    return std::vector<NumberedItem>{std::move(task)};
+}
+
 } // namespace
 
+void TaskCommands::answer(const control::Request& request, Reply reply) {
+    const Result<std::shared_ptr<const Place>> place = places_.at(request.zone, request.locale);
+    if (!place) {
+        reply(place.error());
+        return;
+    }
+    struct Visitor {
+        TaskCommands& commands;
+        const Place& place;
+        Reply& reply;
+
+        void operator()(const control::Add& add) const { reply(commands.apply(add, place)); }
+        void operator()(const control::SetDone& set) const { reply(commands.apply(set)); }
+        void operator()(const control::Edit& edit) const { reply(commands.apply(edit)); }
+        void operator()(const control::Delete& remove) const { reply(commands.apply(remove)); }
+        void operator()(const control::ClearCompleted&) const { reply(commands.clearCompleted()); }
+        void operator()(const control::Remind& remind) const { reply(commands.apply(remind, place)); }
+        void operator()(const control::Restore& restore) const {
+            commands.with_.store.restoreEarlier(
+                restore.which, [reply = std::move(reply)](const Outcome& outcome) {
+                    reply(outcome ? Answer(std::vector<NumberedItem>{}) : Answer(outcome.error()));
+                });
+        }
+        void operator()(const control::Quit&) const { reply(Error{"there is nothing that could quit"}); }
+    };
+    std::visit(Visitor{*this, **place, reply}, request.command);
+}
+
 NumberedItem TaskCommands::numbered(std::size_t index) const {
-    return {index + 1, store_.items()[index]};
+    return {index + 1, with_.store.items()[index]};
 }
 
 Result<NumberedItem> TaskCommands::find(std::string_view task) const {
-    const TaskList& items = store_.items();
+    const TaskList& items = with_.store.items();
     if (const auto number = wholeNumber(task); number && *number >= 1 && *number <= items.size()) {
         // Operations go by identifier. Where two tasks share one, they would act on the first.
         if (items.indexOf(items[*number - 1].id) != *number - 1)
@@ -74,50 +114,71 @@ Result<NumberedItem> TaskCommands::find(std::string_view task) const {
     return numbered(*found);
 }
 
-Result<NumberedItem> TaskCommands::add(std::string_view text) {
-    std::optional<TodoItem> item = addTask_.add(text);
+Answer TaskCommands::apply(const control::Add& add, const Place& place) {
+    std::optional<TodoItem> item = with_.addTask.add(add.text, place.parser());
     if (!item)
-        return Error{"a task needs a text"};
-    return NumberedItem{1, std::move(*item)};
+        return noText;
+    return about({1, std::move(*item)});
 }
 
-Result<NumberedItem> TaskCommands::setDone(std::string_view task, bool done) {
-    Result<NumberedItem> found = find(task);
-    if (!found || found->item.isDone == done)
-        return found;
-    store_.toggle(found->item.id);
-    return numbered(found->number - 1);
+Answer TaskCommands::apply(const control::SetDone& set) {
+    const Result<NumberedItem> found = find(set.task);
+    if (!found)
+        return found.error();
+    if (found->item.isDone != set.done)
+        with_.store.toggle(found->item.id);
+    return about(numbered(found->number - 1));
 }
 
-Result<NumberedItem> TaskCommands::edit(std::string_view task, std::string_view text) {
-    const std::u16string utf16 = unicode::toUtf16(text);
+Answer TaskCommands::apply(const control::Edit& edit) {
+    const std::u16string utf16 = unicode::toUtf16(edit.text);
     std::string title = unicode::toUtf8(unicode::trim(utf16));
     if (title.empty())
-        return Error{"a task needs a text"};
-    Result<NumberedItem> found = find(task);
-    if (found && found->item.title != title) {
+        return noText;
+    Result<NumberedItem> found = find(edit.task);
+    if (!found)
+        return found.error();
+    if (found->item.title != title) {
         found->item.title = std::move(title);
-        store_.update(found->item);
+        with_.store.update(found->item);
     }
-    return found;
+    return about(std::move(*found));
 }
 
-Result<NumberedItem> TaskCommands::remove(std::string_view task) {
-    Result<NumberedItem> found = find(task);
-    if (found)
-        store_.remove(found->item.id);
-    return found;
+Answer TaskCommands::apply(const control::Delete& remove) {
+    Result<NumberedItem> found = find(remove.task);
+    if (!found)
+        return found.error();
+    with_.store.remove(found->item.id);
+    return about(std::move(*found));
 }
 
-std::vector<TodoItem> TaskCommands::clearCompleted() {
-    std::vector<TodoItem> done;
-    for (const TodoItem& item : store_.items()) {
+Answer TaskCommands::clearCompleted() {
+    std::vector<NumberedItem> done;
+    std::size_t number = 0;
+    for (const TodoItem& item : with_.store.items()) {
+        ++number;
         if (item.isDone)
-            done.push_back(item);
+            done.push_back({number, item});
     }
     if (!done.empty())
-        store_.clearCompleted();
+        with_.store.clearCompleted();
     return done;
+}
+
+Answer TaskCommands::apply(const control::Remind& remind, const Place& place) {
+    std::optional<Instant> dueDate;
+    if (!remind.when.empty()) {
+        dueDate = place.parser().parse(remind.when, with_.clock.now()).task.dueDate;
+        if (!dueDate)
+            return Error{"there is no date in \"" + remind.when + "\""};
+    }
+    const Result<NumberedItem> found = find(remind.task);
+    if (!found)
+        return found.error();
+    if (dueDate || found->item.dueDate || found->item.notificationID)
+        with_.setReminder.set(found->item.id, dueDate);
+    return about(numbered(found->number - 1));
 }
 
 } // namespace quillo

@@ -4,46 +4,53 @@
 /// which eight or more hexadecimal digits from the front will do where they fit one task only.
 #pragma once
 
-#include "base/Result.h"
+#include "base/Clock.h"
+#include "control/Answer.h"
+#include "control/Request.h"
 #include "entry/AddTask.h"
+#include "entry/Place.h"
+#include "entry/SetReminder.h"
+#include "store/TodoStore.h"
 
+#include <functional>
 #include <string_view>
-#include <vector>
 
 namespace quillo {
 
-/// A task and its number.
-struct NumberedItem {
-    std::size_t number = 0; ///< its place in the whole list, from 1
-    TodoItem item;
+/// What the commands work with; all of it outlives them.
+struct TaskCommandsDependencies {
+    const Clock& clock;
+    TodoStore& store;
+    AddTask& addTask;
+    SetReminder& setReminder;
 };
 
 /// Belongs to the main thread. Errors are for the user's eyes.
 class TaskCommands {
 public:
-    /// Both must outlive it.
-    TaskCommands(AddTask& addTask, TodoStore& store) : addTask_(addTask), store_(store) {}
+    using Reply = std::function<void(const control::Answer&)>;
 
-    Result<NumberedItem> add(std::string_view text);
+    explicit TaskCommands(const TaskCommandsDependencies& dependencies) : with_(dependencies) {}
 
-    /// Makes the task done or not done. One that is so already is left alone.
-    Result<NumberedItem> setDone(std::string_view task, bool done);
-
-    /// Gives the task the trimmed text as its title, as it stands.
-    Result<NumberedItem> edit(std::string_view task, std::string_view text);
-
-    /// Removes the task; answers what it was.
-    Result<NumberedItem> remove(std::string_view task);
-
-    /// Removes all done tasks; answers which they were. Where there are none nothing is written.
-    std::vector<TodoItem> clearCompleted();
+    /// Does what is asked and replies once with the tasks it was about: at once, except for `restore`, which
+    /// waits for the disk. What was changed is in memory then and may still have to be saved.
+    ///
+    /// A task that is as it is to become is left alone. Where there is nothing to clear nothing is written.
+    void answer(const control::Request& request, Reply reply);
 
 private:
-    Result<NumberedItem> find(std::string_view task) const;
-    NumberedItem numbered(std::size_t index) const;
+    control::Answer apply(const control::Add& add, const Place& place);
+    control::Answer apply(const control::SetDone& set);
+    control::Answer apply(const control::Edit& edit);
+    control::Answer apply(const control::Delete& remove);
+    control::Answer clearCompleted();
+    control::Answer apply(const control::Remind& remind, const Place& place);
 
-    AddTask& addTask_;
-    TodoStore& store_;
+    Result<control::NumberedItem> find(std::string_view task) const;
+    control::NumberedItem numbered(std::size_t index) const;
+
+    const TaskCommandsDependencies with_;
+    Places places_;
 };
 
 } // namespace quillo

@@ -16,6 +16,23 @@ inline constexpr std::string_view itemsStamp =
     "Quillo.items.v1.stamp"; ///< double: seconds since 1970 of the write
 inline constexpr std::string_view cloudSync = "Quillo.iCloudSync"; ///< boolean: sync is on; on where absent
 
+inline constexpr std::string_view statsLifetime = "Quillo.stats.lifetime"; ///< integer: tasks completed, ever
+inline constexpr std::string_view statsFastest = "Quillo.stats.fastest";   ///< data: SpeedRecord
+inline constexpr std::string_view statsSlowest = "Quillo.stats.slowest";   ///< data: SpeedRecord
+inline constexpr std::string_view statsDaily = "Quillo.stats.daily";       ///< data: DailyCounts
+inline constexpr std::string_view statsAwards = "Quillo.stats.awards";     ///< data: awards' raw values
+inline constexpr std::string_view statsEnabled =
+    "Quillo.stats.enabled"; ///< boolean: completions are counted; on where absent
+
+inline constexpr std::string_view reviewCompletions =
+    "Quillo.review.lifetimeCompletions"; ///< integer: completions, whatever becomes of the statistics
+inline constexpr std::string_view reviewLastPromptedVersion =
+    "Quillo.review.lastPromptedVersion"; ///< text: version that asked for feedback last
+inline constexpr std::string_view reviewPending =
+    "Quillo.linux.review.pending"; ///< boolean: asking for feedback is due; off where absent
+
+inline constexpr std::string_view reminders = "Quillo.linux.reminders.v1"; ///< data: the book of reminders
+
 } // namespace preference_keys
 
 } // namespace quillo

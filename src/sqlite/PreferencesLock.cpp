@@ -11,33 +11,14 @@
 #include <cerrno>
 #include <charconv>
 #include <string>
-#include <thread>
 #include <utility>
 
 namespace quillo {
 
 namespace {
 
-/// flock() itself can wait, but not for a given time; asking this often costs nothing and is quick enough for
-/// a user.
-constexpr std::chrono::milliseconds interval{10};
-
-/// Zero, or the number of the error that ended the wait: EWOULDBLOCK when somebody else held the lock
-/// throughout.
-int waitForLock(int descriptor, std::chrono::milliseconds patience) {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    for (;;) {
-        if (flock(descriptor, LOCK_EX | LOCK_NB) == 0)
-            return 0;
-        if (errno == EINTR)
-            continue;
-        if (errno != EWOULDBLOCK)
-            return errno;
-        const auto left = deadline - std::chrono::steady_clock::now();
-        if (left <= left.zero())
-            return EWOULDBLOCK;
-        std::this_thread::sleep_for(std::min<std::chrono::nanoseconds>(left, interval));
-    }
+std::filesystem::path pathIn(const std::filesystem::path& folder) {
+    return folder / "preferences.lock";
 }
 
 /// The holder's process number, or 0 where the file holds none.
@@ -59,25 +40,35 @@ void nameHolder(int descriptor) {
 
 } // namespace
 
-Result<PreferencesLock> PreferencesLock::acquire(const std::filesystem::path& folder,
-                                                 std::chrono::milliseconds patience) {
+Result<std::optional<PreferencesLock>> PreferencesLock::tryAcquire(const std::filesystem::path& folder) {
     if (const Outcome made = makePrivateFolder(folder); !made)
         return made.error();
-    const std::filesystem::path path = folder / "preferences.lock";
+    const std::filesystem::path path = pathIn(folder);
     const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     if (descriptor < 0)
         return Error{"cannot open " + path.string() + " for writing: " + systemErrorText(errno)};
-    const int error = waitForLock(descriptor, patience);
-    if (error == 0) {
+    int locked = 0;
+    do
+        locked = flock(descriptor, LOCK_EX | LOCK_NB);
+    while (locked != 0 && errno == EINTR);
+    if (locked == 0) {
         nameHolder(descriptor);
-        return PreferencesLock(descriptor);
+        return std::optional(PreferencesLock(descriptor));
     }
-    const int process = holder(descriptor);
+    const int error = errno;
     close(descriptor);
-    if (error != EWOULDBLOCK)
-        return Error{"cannot lock " + path.string() + ": " + systemErrorText(error)};
+    if (error == EWOULDBLOCK)
+        return std::optional<PreferencesLock>();
+    return Error{"cannot lock " + path.string() + ": " + systemErrorText(error)};
+}
+
+Error PreferencesLock::heldByAnother(const std::filesystem::path& folder) {
+    const int descriptor = open(pathIn(folder).c_str(), O_RDONLY | O_CLOEXEC);
+    const int process = descriptor >= 0 ? holder(descriptor) : 0;
+    if (descriptor >= 0)
+        close(descriptor);
     const std::string who = process > 0 ? " (process " + std::to_string(process) + ")" : "";
-    return Error{folder.string() + " is in use by another Quillo" + who + " that does not answer"};
+    return {folder.string() + " is in use by another Quillo" + who + " that does not answer"};
 }
 
 PreferencesLock::PreferencesLock(PreferencesLock&& other) noexcept

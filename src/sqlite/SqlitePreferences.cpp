@@ -4,6 +4,7 @@
 #include "base/SerialQueue.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <mutex>
 #include <string>
@@ -53,6 +54,7 @@ public:
     void apply(std::vector<Change> changes);
     Outcome flush();
     void discard();
+    void writeOnFlushOnly() { onFlushOnly_ = true; }
 
 private:
     std::optional<Contents::mapped_type> find(std::string_view key);
@@ -71,6 +73,8 @@ private:
 
     PreferencesFile file_;
     std::optional<Error> lastFailure_; ///< Why what is pending could not be written; the queue thread's own.
+
+    std::atomic<bool> onFlushOnly_ = false;
 
     std::mutex mutex_; ///< Guards the four below.
     Contents contents_;
@@ -126,7 +130,7 @@ void SqlitePreferences::Writer::apply(std::vector<Change> changes) {
                 contents_.erase(found);
             pending_.insert_or_assign(std::move(change.key), std::move(change.value));
         }
-        post = !pending_.empty() && !std::exchange(writeQueued_, true);
+        post = !onFlushOnly_ && !pending_.empty() && !std::exchange(writeQueued_, true);
     }
     if (post)
         queue_.post([this] { writePending(); });
@@ -318,6 +322,10 @@ Outcome SqlitePreferences::flush() {
 
 void SqlitePreferences::discard() {
     writer_->discard();
+}
+
+void SqlitePreferences::writeOnFlushOnly() {
+    writer_->writeOnFlushOnly();
 }
 
 } // namespace quillo

@@ -48,6 +48,10 @@ public:
     /// Gives up what is not on disk: for a command that has said that it could not do it.
     void discard();
 
+    /// From now on nothing is written before the next flush(), and then all of it in one transaction: for a
+    /// command that is to be done as a whole or not at all. Without effect on what was applied before.
+    void writeOnFlushOnly();
+
 private:
     class Writer;
     explicit SqlitePreferences(std::unique_ptr<Writer> writer);

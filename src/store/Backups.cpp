@@ -2,6 +2,7 @@
 
 #include "base/Log.h"
 #include "base/UtcTime.h"
+#include "model/TodoItemJson.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,6 +10,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
+#include <fstream>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -51,9 +54,9 @@ bool writeAll(int file, std::string_view bytes) {
 }
 
 /// Writes a file under a temporary name and renames it once its bytes are on the disk; then sees the name
-/// there too. The temporary name is always the same, so what a crash left is overwritten the next time.
-bool writeDurably(const path& folder, const std::string& name, std::string_view bytes) {
-    const path temporary = folder / ".unfinished";
+/// there too. Temporary names are used again, so what a crash left is overwritten the next time.
+bool writeDurably(const path& folder, const std::string& name, const path& temporary,
+                  std::string_view bytes) {
     {
         const Descriptor file(
             ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600));
@@ -66,11 +69,13 @@ bool writeDurably(const path& folder, const std::string& name, std::string_view 
     return directory.isOpen() && ::fsync(directory.number()) == 0;
 }
 
-bool keep(const path& folder, const std::string& name, std::string_view bytes) {
-    if (writeDurably(folder, name, bytes))
+/// `purpose` tells apart what may be written at the same time.
+bool keep(const path& folder, const std::string& name, std::string_view purpose, std::string_view bytes) {
+    const path temporary = folder / std::string(".unfinished-").append(purpose);
+    if (writeDurably(folder, name, temporary, bytes))
         return true;
     const std::string reason = std::generic_category().message(errno);
-    ::unlink((folder / ".unfinished").c_str());
+    ::unlink(temporary.c_str());
     log("could not write " + (folder / name).string() + ": " + reason);
     return false;
 }
@@ -107,7 +112,7 @@ bool Backups::keepList(std::string_view bytes) {
     UtcMilliseconds time = floorToMillisecond(clock_.now());
     if (!times.empty())
         time = std::max(time, times.back() + std::chrono::milliseconds(1));
-    if (!keep(folder, listName(time), bytes))
+    if (!keep(folder, listName(time), "list", bytes))
         return false;
 
     times.push_back(time);
@@ -116,13 +121,38 @@ bool Backups::keepList(std::string_view bytes) {
     return true;
 }
 
+std::vector<UtcMilliseconds> Backups::listTimes() const {
+    std::vector<UtcMilliseconds> times = keptTimes(dataFolder_ / "backups");
+    std::reverse(times.begin(), times.end());
+    return times;
+}
+
+Result<Data> Backups::list(std::size_t which) const {
+    const std::vector<UtcMilliseconds> times = listTimes();
+    if (which < 1 || which > times.size())
+        return Error{"no earlier list " + std::to_string(which) + "; " +
+                     (times.empty() ? "none is"
+                                    : std::to_string(times.size()) + (times.size() == 1 ? " is" : " are")) +
+                     " kept"};
+    const path file = dataFolder_ / "backups" / listName(times[which - 1]);
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (!error && size > largestStoredList)
+        return Error{file.string() + " is too large for a list"};
+    std::ifstream input(file, std::ios::binary);
+    std::string bytes(error ? 0 : size, '\0');
+    if (error || !input.read(bytes.data(), static_cast<std::streamsize>(bytes.size())))
+        return Error{"cannot read " + file.string()};
+    return Data(std::move(bytes));
+}
+
 bool Backups::keepDamaged(std::string_view key, std::string_view bytes) {
     UtcMilliseconds time = floorToMillisecond(clock_.now());
     const auto name = [&time, key] { return "damaged-" + fileNameTime(time) + "-" + std::string(key); };
     std::error_code ignored;
     while (std::filesystem::exists(dataFolder_ / name(), ignored))
         time += std::chrono::milliseconds(1);
-    const bool kept = keep(dataFolder_, name(), bytes);
+    const bool kept = keep(dataFolder_, name(), key, bytes);
     if (kept)
         log("what could not be read of " + std::string(key) + " is kept as " +
             (dataFolder_ / name()).string());

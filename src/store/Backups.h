@@ -3,17 +3,21 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/Result.h"
+#include "base/UtcTime.h"
+#include "ports/KeyValueStore.h"
 
 #include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillo {
 
-/// Used by one thread at a time (the store's persistence queue), as it waits for the disk. A file gets its
-/// name only once it is whole and on the disk, so a crash leaves no half one behind. Files are for the user
-/// alone (0600). What fails is logged.
+/// For threads that may wait for the disk. Lists are kept by one of them (the store's persistence queue),
+/// damaged values of a key by one. A file gets its name only once it is whole and on the disk, so a crash
+/// leaves no half one behind. Files are for the user alone (0600). What fails to be kept is logged.
 class Backups {
 public:
     /// How many earlier lists are kept; the oldest make room.
@@ -26,6 +30,13 @@ public:
     /// UTC. Names sort by age: where the clock stands still or went back, the new file is named a millisecond
     /// after the newest. False if that failed.
     bool keepList(std::string_view bytes);
+
+    /// When the kept lists were kept, the latest first.
+    std::vector<UtcMilliseconds> listTimes() const;
+
+    /// The list (stored form, unchecked) of that place among them, from 1; an error in words for the user if
+    /// there is none, or it cannot be read.
+    Result<Data> list(std::size_t which) const;
 
     /// Keeps a value that could not be decoded as damaged-<time>-<key>. Such files are never removed. False
     /// if that failed.

@@ -7,6 +7,7 @@
 #include "store/Backups.h"
 #include "store/TaskList.h"
 
+#include <cstddef>
 #include <optional>
 
 namespace quillo {
@@ -17,8 +18,17 @@ struct StampedList {
     double stamp = 0;
 };
 
+/// A list that another machine left in the cloud store, with the very bytes in which it came.
+struct ReceivedList {
+    StampedList list;
+    Data bytes;
+};
+
 /// The half of the store that waits for disks. load() runs once, on the main thread, before anything else;
 /// from then on everything runs on the store's persistence queue.
+///
+/// A stamp is foreign, too: one that is not finite, or negative, or no double at all, counts as 0, the stamp
+/// of a list that never was.
 ///
 /// A list in the preferences that cannot be decoded may still hold tasks that someone can recover. So it is
 /// copied aside before the first save over it, and as long as that fails (a full disk) nothing is saved: each
@@ -35,17 +45,35 @@ public:
     /// anywhere, see lastSave().
     void save(const StampedList& list, bool toCloud);
 
-    /// Why the last save wrote nothing, if so: the list cannot be encoded, or a damaged one not be copied
-    /// aside. What becomes of a list once it is handed to the preferences is theirs to tell.
+    /// Why the last save or adoption wrote nothing, if so: the list cannot be encoded, or a damaged one not
+    /// be copied aside. What becomes of a list once it is handed to the preferences is theirs to tell.
     const Outcome& lastSave() const { return lastSave_; }
+
+    /// The list in the cloud store, if it can be decoded and its stamp is greater than that of `local`. Where
+    /// it equals `local`, what is returned shares its tasks with it.
+    std::optional<ReceivedList> newerInCloud(const StampedList& local) const;
+
+    /// Writes a received list to the preferences, stamp and bytes as they came, and nothing to the cloud
+    /// store.
+    void adopt(const ReceivedList& received);
+
+    /// Writes list and stamp to the cloud store only; or nothing, if the list cannot be encoded.
+    void push(const StampedList& list);
 
     /// Backs up a list that is about to be replaced.
     void keepEarlier(const TaskList& earlier);
+
+    /// The kept earlier list of that place, the latest 1; an error in words for the user if there is none, or
+    /// it cannot be read.
+    Result<TaskList> earlier(std::size_t which) const;
 
     void synchronizeCloud();
 
 private:
     Outcome write(const StampedList& list, bool toCloud);
+    Outcome keep(const Data& bytes, double stamp);
+    void upload(const Data& bytes, double stamp);
+    void remember(Outcome outcome);
     bool putDamagedAside();
 
     Preferences& preferences_;

@@ -10,6 +10,12 @@ TodoStore::TodoStore(const TodoStoreDependencies& dependencies)
     items_ = std::move(stored.items);
     lastLocalStamp_.set(stored.stamp);
     recount();
+    if (syncIsOn())
+        pullFromCloud();
+    cloudChange_ = with_.cloud.externalChange.connect([this] {
+        if (syncIsOn())
+            pullFromCloud();
+    });
     queue_.post([&persistence = persistence_] { persistence.synchronizeCloud(); });
 }
 
@@ -85,6 +91,51 @@ std::size_t TodoStore::clearCompleted() {
     return count;
 }
 
+void TodoStore::pullFromCloud() {
+    queue_.post([&persistence = persistence_, &mainExecutor = with_.mainExecutor,
+                 local = StampedList{items_, lastLocalStamp_.get()}, self = std::weak_ptr(self_)] {
+        if (auto received = persistence.newerInCloud(local)) {
+            mainExecutor.post([self, received = *std::move(received)] {
+                if (const auto store = self.lock())
+                    store->accept(received);
+            });
+        }
+    });
+}
+
+void TodoStore::pushToCloud() {
+    queue_.post([&persistence = persistence_, list = StampedList{items_, lastLocalStamp_.get()}] {
+        persistence.push(list);
+    });
+}
+
+void TodoStore::restoreEarlier(std::size_t which, std::function<void(Outcome)> done) {
+    queue_.post([&persistence = persistence_, &mainExecutor = with_.mainExecutor, self = std::weak_ptr(self_),
+                 which, done = std::move(done)] {
+        mainExecutor.post([self, done, earlier = persistence.earlier(which)] {
+            const auto store = self.lock();
+            if (!store)
+                return;
+            if (earlier)
+                store->replaceAll(*earlier);
+            done(earlier ? success() : Outcome(earlier.error()));
+        });
+    });
+}
+
+void TodoStore::replaceAll(TaskList items) {
+    TaskList earlier = std::exchange(items_, std::move(items));
+    if (!earlier.empty())
+        keepEarlier(std::move(earlier));
+    announce(ListChange::Kind::reset);
+    persist();
+    listAccepted_.emit();
+}
+
+void TodoStore::whenSaved(std::function<void(Outcome)> told) {
+    queue_.post([&persistence = persistence_, told = std::move(told)] { told(persistence.lastSave()); });
+}
+
 Outcome TodoStore::drain() {
     queue_.drain();
     return persistence_.lastSave();
@@ -103,13 +154,33 @@ void TodoStore::recount() {
 void TodoStore::persist() {
     recount();
     lastLocalStamp_.set(with_.clock.now().unixSeconds());
-    const bool toCloud = with_.preferences.boolean(preference_keys::cloudSync).value_or(true);
+    const bool toCloud = syncIsOn();
     // Of saves that wait one behind the other only the last one matters, unless some go to the cloud and
     // others do not.
     const SerialQueue::ReplaceableKind kind = toCloud ? 2 : 1;
     queue_.postReplacing(kind,
                          [&persistence = persistence_, list = StampedList{items_, lastLocalStamp_.get()},
                           toCloud] { persistence.save(list, toCloud); });
+}
+
+bool TodoStore::syncIsOn() const {
+    return with_.preferences.boolean(preference_keys::cloudSync).value_or(true);
+}
+
+void TodoStore::accept(const ReceivedList& received) {
+    if (!(lastLocalStamp_.get() < received.list.stamp))
+        return; // What was changed here, or accepted, since the list was read is as new or newer.
+    const bool differs = items_ != received.list.items;
+    TaskList earlier = std::exchange(items_, received.list.items);
+    if (differs && !earlier.empty())
+        keepEarlier(std::move(earlier));
+    queue_.post([&persistence = persistence_, received] { persistence.adopt(received); });
+    // Everything is queued and in place before others hear of it: they may change the list in turn.
+    lastLocalStamp_.set(received.list.stamp);
+    if (differs)
+        announce(ListChange::Kind::reset);
+    recount();
+    listAccepted_.emit();
 }
 
 /// Backs the list up as it was. It arrives here as the last copy on this thread, so that letting go of what

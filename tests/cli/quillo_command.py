@@ -1,6 +1,7 @@
 """Runs the quillo command as a user's shell would, each test with a data folder of its own.
 
-The program to run is named by the environment variable QUILLO.
+The program to run is named by the environment variable QUILLO. Where QUILLO_DESKTOP names the desktop program, commands
+that change a list find one running that holds it, and have to do the same as without.
 """
 
 import fcntl
@@ -20,10 +21,16 @@ import unittest
 from dataclasses import dataclass
 from datetime import datetime, timezone
 
-PATIENCE_SECONDS = 60
+from desktop_program import PATIENCE_SECONDS, DesktopProgram, desktop_program
+
 # Linux refuses single arguments longer than this, the closing zero byte included.
 LONGEST_ARGUMENT = 131_072
 SECONDS_FROM_1970_TO_2001 = 978_307_200
+
+# The commands that go to the program that holds the list.
+CHANGES = {"add", "done", "undone", "edit", "delete", "clear-completed", "remind", "restore"}
+# What decides whose list a command is about.
+FOLDER_VARIABLES = {"QUILLO_DATA_DIR", "XDG_DATA_HOME", "HOME"}
 
 ITEMS = "Quillo.items.v1"
 STAMP = "Quillo.items.v1.stamp"
@@ -50,6 +57,11 @@ def is_sanitized():
     return b"__asan_init" in content or b"__tsan_init" in content
 
 
+def without_desktop_program(reason):
+    """Marks a test, or a class of them, that means nothing while a desktop program holds the list."""
+    return unittest.skipIf(desktop_program(), reason)
+
+
 @dataclass
 class Answer:
     """What a command did."""
@@ -72,6 +84,7 @@ class Quillo:
 
     def __init__(self, folder):
         self.folder = pathlib.Path(folder)
+        self.holder = None  # the desktop program that holds the list
         self.environment = {
             "PATH": "/usr/bin:/bin",
             "HOME": str(self.folder.parent / "home"),
@@ -81,16 +94,22 @@ class Quillo:
             "LC_ALL": "en_US.UTF-8",
         }
 
+    # Who names one of these files is going to touch it, behind the back of every program.
+
     @property
     def database(self):
+        self.let_go()
         return self.folder / "preferences.sqlite"
 
     @property
     def lock(self):
+        self.let_go()
         return self.folder / "preferences.lock"
 
     def start(self, *arguments, environment=None, as_user=False, **options):
         """The running command. Variables that are None in `environment` are taken away."""
+        if arguments and arguments[0] in CHANGES and FOLDER_VARIABLES.isdisjoint(environment or {}):
+            self.hold()
         variables = {**self.environment, **(environment or {})}
         variables = {name: value for name, value in variables.items() if value is not None}
         return subprocess.Popen(
@@ -98,6 +117,22 @@ class Quillo:
             env=variables,
             **{"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options},
         )
+
+    def hold(self):
+        """Has a desktop program hold the list, where there is one to be tested and it can."""
+        if not desktop_program() or self.holder:
+            return
+        holder = DesktopProgram(self.folder, self.environment).wait_until_ready()
+        if not holder.has_ended():
+            self.holder = holder
+        elif holder.wait() != 1:
+            raise AssertionError(f"quillo-desktop ended with {holder.wait()}: {holder.errors}")
+
+    def let_go(self):
+        """Ends the desktop program."""
+        holder, self.holder = self.holder, None
+        if holder and holder.terminate() != 0:
+            raise AssertionError(f"quillo-desktop ended with {holder.wait()}: {holder.errors}")
 
     def __call__(self, *arguments, text=b"", **options):
         """Runs the command with `text` as its standard input and waits for it."""
@@ -150,7 +185,7 @@ class Quillo:
 
     def preferences(self):
         """{key: (type word, value)}, read without writing."""
-        connection = sqlite3.connect(f"file:{self.database}?mode=ro", uri=True)
+        connection = sqlite3.connect(f"file:{self.folder / 'preferences.sqlite'}?mode=ro", uri=True)
         try:
             rows = connection.execute("SELECT key, type, value FROM preferences").fetchall()
         finally:
@@ -179,7 +214,8 @@ class Quillo:
         return self.preferences()[STAMP][1]
 
     def files(self):
-        """{path inside the data folder: content} of all files."""
+        """{path inside the data folder: content} of all files, when nobody has them open."""
+        self.let_go()
         return {
             str(path.relative_to(self.folder)): path.read_bytes()
             for path in sorted(self.folder.rglob("*"))
@@ -238,7 +274,13 @@ class CommandTest(unittest.TestCase):
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillo-test-"))
         self.addCleanup(self.remove_folder)
-        self.quillo = Quillo(self.folder / "data")
+        self.quillo = self.make_quillo("data")
+
+    def make_quillo(self, name):
+        """A command whose data folder has that name."""
+        quillo = Quillo(self.folder / name)
+        self.addCleanup(quillo.let_go)
+        return quillo
 
     def remove_folder(self):
         for path in [self.folder, *self.folder.rglob("*")]:

@@ -14,6 +14,7 @@ COMMANDS = [
     "delete",
     "clear-completed",
     "parse",
+    "resolve",
     "help",
     "version",
 ]
@@ -55,6 +56,7 @@ class WrongUsage(CommandTest):
             ["delete", "1", "--force"],
             ["clear-completed", "--yes"],
             ["parse", "--frobnicate", "x"],
+            ["resolve", "--json"],
             ["help", "--frobnicate"],
             ["version", "--json"],
         ):

@@ -21,13 +21,18 @@ from quillo_command import (
     SECONDS_FROM_1970_TO_2001,
     STAMP,
     CommandTest,
-    Quillo,
     program,
     stored_task,
+    without_desktop_program,
 )
 
 KEPT_BACKUPS = 10
 COMPANIONS = {"preferences.sqlite-wal", "preferences.sqlite-shm"}
+
+needs_the_lock = without_desktop_program("the lock is the desktop program's")
+needs_no_running_program = without_desktop_program("a desktop program that runs has the files open already")
+finds_damage = without_desktop_program("the desktop program finds the damage, and says so itself, when it starts")
+fails_to_write = without_desktop_program("the desktop program keeps what it could not write and tries again")
 
 
 def mode(path):
@@ -63,7 +68,7 @@ class DataFolder(CommandTest):
     def test_may_have_any_name(self):
         for name in ("with blank", "100%", "a?b#c", "ünïcödé 🙂", "quote'\"", "mode=memory&x", ":memory:", "-x"):
             with self.subTest(name):
-                quillo = Quillo(self.folder / name)
+                quillo = self.make_quillo(name)
                 self.assertEqual(quillo("add", "--", name).code, 0)
                 self.assertEqual([task["title"] for task in quillo.tasks()], [name])
                 self.assertTrue((self.folder / name / "preferences.sqlite").is_file())
@@ -77,7 +82,7 @@ class DataFolder(CommandTest):
 
     def test_everything_in_it_is_for_the_user_alone(self):
         anybody = {"preexec_fn": lambda: os.umask(0)}
-        quillo = Quillo(self.folder / "new/data")
+        quillo = self.make_quillo("new/data")
         for words in (["add", "a"], ["add", "b"], ["done", "1"], ["clear-completed"], ["list"]):
             quillo(*words, **anybody)
         paths = [self.folder / "new", quillo.folder, *quillo.folder.rglob("*")]
@@ -133,7 +138,7 @@ class StoredForm(CommandTest):
             rf'\A\[\{{"id":"{identifier}","title":"\\"quoted\\" \\\\ / é 🙂\\ntwo","isDone":false,'
             rf'"createdAt":{number}\}},'
             rf'\{{"id":"{identifier}","title":"due","isDone":true,"dueDate":{due},'
-            rf'"createdAt":{number},"completedAt":{number}\}},'
+            rf'"createdAt":{number},"completedAt":{number},"notificationID":"quillo\.{identifier}"\}},'
             rf'\{{"id":"{identifier}","title":"plain","isDone":false,"createdAt":{number}\}}\]\Z',
         )
 
@@ -191,9 +196,9 @@ class StoredForm(CommandTest):
         self.done("add", "a")
         rows = {
             "Quillo.iCloudSync": ("boolean", 0),
-            "Quillo.stats.lifetime": ("integer", 5),
+            "Quillo.linux.count": ("integer", 5),
             "Quillo.linux.future": ("string", "ü"),
-            "Quillo.stats.daily": ("data", b"{}"),
+            "Quillo.linux.bytes": ("data", b"{}"),
             "Somebody.else": ("unheard of", 1.5),
         }
         for key, (word, value) in rows.items():
@@ -230,6 +235,7 @@ class Locked(CommandTest):
         fcntl.flock(lock, fcntl.LOCK_EX)
         return lock
 
+    @needs_the_lock
     def test_changes_give_up_after_two_seconds(self):
         self.hold_lock()
         before = self.quillo.files()
@@ -245,6 +251,7 @@ class Locked(CommandTest):
                     self.assertTrue(1.9 <= seconds < 5, seconds)
         self.assertEqual(self.quillo.files(), before)
 
+    @needs_the_lock
     def test_the_holder_is_named(self):
         process = self.quillo.start("parse", "--jsonl", stdin=subprocess.PIPE)
         try:
@@ -255,6 +262,7 @@ class Locked(CommandTest):
         finally:
             process.communicate(timeout=PATIENCE_SECONDS)
 
+    @needs_the_lock
     def test_a_lock_file_with_anything_in_it_is_no_obstacle(self):
         for content in (b"", b"-1\n", b"9" * 1000, b"\x00\xff\n\x1b[31m"):
             self.quillo.lock.write_bytes(content)
@@ -264,6 +272,7 @@ class Locked(CommandTest):
                 fcntl.flock(lock, fcntl.LOCK_EX)
                 self.assert_refused(self.quillo("add", "x"), 1)
 
+    @needs_the_lock
     def test_changes_wait_for_a_holder_that_lets_go(self):
         lock = self.hold_lock()
         process = self.quillo.start("add", "patient")
@@ -279,6 +288,7 @@ class Locked(CommandTest):
         self.assertEqual(self.done("list").output, "1  [ ]  task\n")
         self.assertLess(time.monotonic() - started, 1.5)
 
+    @fails_to_write
     def test_a_database_that_another_program_writes_is_left_alone(self):
         connection = self.quillo.connect()
         connection.execute("BEGIN IMMEDIATE")
@@ -367,6 +377,7 @@ class Damaged(CommandTest):
     def values_kept_in_the_file(self):
         return [value for key, (_, value) in self.quillo.preferences().items() if key.startswith("Quillo.linux.unread-")]
 
+    @finds_damage
     def test_a_file_that_is_none_of_sqlites_is_moved_aside_whole(self):
         content = self.quillo.database.read_bytes()
         for damage in (
@@ -413,6 +424,7 @@ class Damaged(CommandTest):
         self.assert_refused(self.quillo("list"), 1)
         self.assertEqual(self.quillo.files(), before)
 
+    @finds_damage
     def test_a_list_that_cannot_be_decoded_is_copied_before_the_first_save_over_it(self):
         good = self.quillo.stored_bytes()
         for damage in (
@@ -463,6 +475,7 @@ class Damaged(CommandTest):
                 kept = [*self.copies_of_values().values(), *self.values_kept_in_the_file()]
                 self.assertIn(good, [value.encode() if isinstance(value, str) else value for value in kept])
 
+    @finds_damage
     def test_a_refusal_says_that_a_file_was_moved_aside(self):
         self.quillo.database.write_bytes(b"This is no database. " * 100)
         answer = self.quillo("done", "1")
@@ -477,6 +490,7 @@ class Damaged(CommandTest):
         self.assert_refused(answer, 1)
         self.assertEqual(self.quillo.files(), before)
 
+    @finds_damage
     def test_a_stamp_of_another_type_harms_nothing(self):
         for word, value in (("double", "text"), ("string", "text"), ("integer", 5), ("double", None)):
             self.quillo.put(STAMP, word, value)
@@ -516,6 +530,7 @@ class Damaged(CommandTest):
                 self.assertEqual(self.quillo.files(), before)
 
 
+@needs_no_running_program
 class ReadOnly(CommandTest):
     def setUp(self):
         super().setUp()
@@ -571,6 +586,7 @@ class ReadOnly(CommandTest):
         self.assertEqual(self.done("list", as_user=True, environment=elsewhere).output, "")
 
 
+@fails_to_write
 class FullDisk(CommandTest):
     def test_a_limit_on_the_size_of_files(self):
         """Whatever the place at which writing fails, it is said once, and the list stays as it was."""

@@ -83,7 +83,10 @@ class Adding(CommandTest):
         before = time.time()
         answer = self.done("add", "--json", "call", "mom", "in", "3", "days")
         task = answer.json
-        self.assertEqual(list(task), ["createdAt", "dueDate", "id", "isDone", "number", "title"])
+        self.assertEqual(
+            list(task), ["createdAt", "dueDate", "id", "isDone", "notificationID", "number", "title"]
+        )
+        self.assertEqual(task["notificationID"], "quillo." + task["id"])
         self.assertEqual(answer.output, json.dumps(task, indent=2) + "\n")
         self.assertEqual((task["title"], task["isDone"], task["number"]), ("call mom", False, 1))
         self.assertRegex(task["id"], r"\A[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\Z")

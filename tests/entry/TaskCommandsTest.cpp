@@ -1,8 +1,11 @@
 #include "entry/TaskCommands.h"
 
+#include "base/ManualExecutor.h"
+#include "entry/Services.h"
 #include "support/FixedClock.h"
 #include "support/InMemoryKeyValueStore.h"
-#include "support/RecordingReminderCenter.h"
+#include "support/TemporaryFolder.h"
+#include "support/TodoItemBuilder.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -13,6 +16,35 @@
 namespace quillo {
 namespace {
 
+/// The commands, one by one.
+struct Commands {
+    TaskCommands& commands;
+
+    control::Answer ask(control::Command command) const {
+        control::Answer answer = Error{"no answer"};
+        commands.answer({std::move(command), "Europe/Berlin", "en_US"},
+                        [&](const control::Answer& given) { answer = given; });
+        return answer;
+    }
+    Result<control::NumberedItem> one(control::Command command) const {
+        const control::Answer answer = ask(std::move(command));
+        if (!answer)
+            return answer.error();
+        EXPECT_EQ(answer->size(), 1u);
+        return answer->front();
+    }
+    auto add(std::string text) const { return one(control::Add{std::move(text)}); }
+    auto setDone(std::string task, bool done) const { return one(control::SetDone{std::move(task), done}); }
+    auto edit(std::string task, std::string text) const {
+        return one(control::Edit{std::move(task), std::move(text)});
+    }
+    auto remove(std::string task) const { return one(control::Delete{std::move(task)}); }
+    auto remind(std::string task, std::string when) const {
+        return one(control::Remind{std::move(task), std::move(when)});
+    }
+    std::vector<control::NumberedItem> clearCompleted() const { return *ask(control::ClearCompleted{}); }
+};
+
 /// The list and its commands over in-memory twins, in Berlin on Tuesday, 4 March 2025, 10:41:00.25.
 struct Desk {
     unicode::CivilCalendar calendar = *unicode::CivilCalendar::create("Europe/Berlin", "en_US");
@@ -21,54 +53,51 @@ struct Desk {
     support::FixedClock clock;
     support::InMemoryPreferences preferences;
     support::InMemoryCloudStore cloud;
-    support::RecordingReminderCenter reminders;
-    NotificationCenter notifications;
-    TodoStore store{{preferences, cloud, reminders, clock, notifications}};
-    AddTask addTask{parser, clock, store};
-    TaskCommands commands{addTask, store};
+    support::TemporaryFolder folder;
+    Backups backups{folder.path(), clock};
+    ManualExecutor mainExecutor;
+    Services services{Surroundings{preferences, cloud, clock, calendar, mainExecutor, backups}};
+    TodoStore& store = services.todoStore();
+    Commands commands{services.commands()};
 
-    std::vector<std::string> titles() const {
-        std::vector<std::string> all;
-        for (const TodoItem& item : store.items())
-            all.push_back(item.title);
-        return all;
-    }
+    std::optional<TodoItem> add(std::string_view text) { return services.addTask().add(text, parser); }
+    std::vector<std::string> titles() const { return support::titles(store.items()); }
     double stamp() const { return store.lastLocalStamp().get(); }
 };
 
 TEST(AddTask, KeepsTheCleanTitleAndTheDueDate) {
     Desk desk;
-    const auto item = desk.addTask.add("  Email Sam in 2 hours ");
+    const auto item = desk.add("  Email Sam in 2 hours ");
     ASSERT_TRUE(item);
     EXPECT_EQ(item->title, "Email Sam");
     EXPECT_EQ(item->dueDate, desk.calendar.instant({2025, 3, 4}, {12, 41}));
     EXPECT_EQ(item->createdAt, desk.clock.now());
     EXPECT_FALSE(item->isDone);
     EXPECT_FALSE(item->completedAt);
-    EXPECT_FALSE(item->notificationID);
+    EXPECT_EQ(item->notificationID, "quillo." + item->id.toString());
     EXPECT_EQ(desk.store.items()[0], *item);
 }
 
 TEST(AddTask, PutsTheNewestFirstWhateverItsDate) {
     Desk desk;
-    desk.addTask.add("Pay rent tomorrow");
-    desk.addTask.add("Plan party next friday");
-    desk.addTask.add("Buy milk");
+    desk.add("Pay rent tomorrow");
+    desk.add("Plan party next friday");
+    desk.add("Buy milk");
     EXPECT_EQ(desk.titles(), (std::vector<std::string>{"Buy milk", "Plan party", "Pay rent"}));
 }
 
 TEST(AddTask, MakesNoTaskOfABlankText) {
     Desk desk;
     const double before = desk.stamp();
-    EXPECT_FALSE(desk.addTask.add(""));
-    EXPECT_FALSE(desk.addTask.add(" \t\u00A0\n"));
+    EXPECT_FALSE(desk.add(""));
+    EXPECT_FALSE(desk.add(" \t\u00A0\n"));
     EXPECT_TRUE(desk.store.items().empty());
     EXPECT_EQ(desk.stamp(), before);
 }
 
 TEST(AddTask, ATextThatIsAllDateIsItsOwnTitle) {
     Desk desk;
-    EXPECT_EQ(desk.addTask.add("tomorrow")->title, "tomorrow");
+    EXPECT_EQ(desk.add("tomorrow")->title, "tomorrow");
 }
 
 TEST(TaskCommands, NumberTasksFromTheNewest) {
@@ -171,10 +200,12 @@ TEST(TaskCommands, ClearCompletedAnswersWhatIsGone) {
         ASSERT_TRUE(desk.commands.add(text));
     ASSERT_TRUE(desk.commands.setDone("1", true));
     ASSERT_TRUE(desk.commands.setDone("3", true));
-    const std::vector<TodoItem> gone = desk.commands.clearCompleted();
+    const auto gone = desk.commands.clearCompleted();
     ASSERT_EQ(gone.size(), 2u);
-    EXPECT_EQ(gone[0].title, "d");
-    EXPECT_EQ(gone[1].title, "b");
+    EXPECT_EQ(gone[0].item.title, "d");
+    EXPECT_EQ(gone[0].number, 1u);
+    EXPECT_EQ(gone[1].item.title, "b");
+    EXPECT_EQ(gone[1].number, 3u);
     EXPECT_EQ(desk.titles(), (std::vector<std::string>{"c", "a"}));
 }
 

@@ -1,9 +1,12 @@
-/// Whatever comes in, each line that is not blank gets one answer, and each answer is a line of JSON text.
+/// Whatever comes in, each line that is not blank gets one answer to each kind of question, and each answer
+/// is a line of JSON text.
 #include "base/Log.h"
 #include "cli/JsonLines.h"
+#include "entry/Place.h"
 
 #include <rapidjson/reader.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -20,28 +23,27 @@ bool isJson(const std::string& text) {
                 .IsError();
 }
 
-} // namespace
+std::size_t linesThatAreNotBlank(const std::string& input) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < input.size();) {
+        const std::size_t end = std::min(input.find('\n', at), input.size());
+        count += input.substr(at, end - at).find_first_not_of(" \t\r") != std::string::npos;
+        at = end + 1;
+    }
+    return count;
+}
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0)
-        return 0;
-    quillo::setLogSink([](std::string_view) {});
-    const std::string input(reinterpret_cast<const char*>(data), size);
+void ask(const quillo::cli::JsonQuestion& question, const std::string& input) {
+    static const auto place = quillo::Place::create("UTC", "en_US");
     std::FILE* in = fmemopen(const_cast<char*>(input.data()), input.size(), "r");
     char* answers = nullptr;
     std::size_t length = 0;
     std::FILE* out = open_memstream(&answers, &length);
-    (void)quillo::cli::parseJsonLines(
-        in, out, {[] { return quillo::Instant::fromUnixSeconds(1741496400.5); }, "UTC", "en_US"});
+    (void)quillo::cli::answerJsonLines(
+        in, out, {[] { return quillo::Instant::fromUnixSeconds(1741496400.5); }, *place}, question);
     std::fclose(in);
     std::fclose(out);
 
-    std::size_t expected = 0;
-    for (std::size_t at = 0; at < input.size();) {
-        const std::size_t end = std::min(input.find('\n', at), input.size());
-        expected += input.substr(at, end - at).find_first_not_of(" \t\r") != std::string::npos;
-        at = end + 1;
-    }
     std::size_t given = 0;
     const std::string all(answers, length);
     std::free(answers);
@@ -52,7 +54,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             std::abort();
         at = end + 1;
     }
-    if (given != expected)
+    if (given != linesThatAreNotBlank(input))
         std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0)
+        return 0;
+    quillo::setLogSink([](std::string_view) {});
+    const std::string input(reinterpret_cast<const char*>(data), size);
+    ask(quillo::cli::textQuestion, input);
+    ask(quillo::cli::classificationQuestion, input);
     return 0;
 }

@@ -94,6 +94,13 @@ class Installed:
             self.quillo("add", title)
         self.quillo("done", "2")
 
+    def keep_lists(self):
+        """Has two earlier lists kept, the later of them with one task."""
+        for title in "One", "Two":
+            self.quillo("add", title)
+        for _ in range(2):
+            self.quillo("delete", "1")
+
     # The shells. Each answers what it offers as a list of (word, description).
 
     def environment(self, folder=None):
@@ -183,14 +190,36 @@ class Installed:
         self.assertEqual([word for word, _ in self.bash("done", "--", "")], ["1", "3"])
         self.assertEqual(self.bash("done", "1", ""), [])
         self.assertEqual(self.bash("done", "--", "--"), [])
+        self.assertEqual([word for word, _ in self.bash("remind", "")], ["1", "3"])
         self.assertFalse((self.home / "harm").exists())
+
+    def test_bash_offers_earlier_lists(self):
+        self.keep_lists()
+        first, second = self.bash("restore", "")
+        self.assertRegex(" ".join(first), r"^1  .*  1 task$")
+        self.assertRegex(" ".join(second), r"^2  .*  2 tasks$")
+        self.assertEqual(self.bash("restore", "2"), [("2", "")])
+        self.assertEqual(self.bash("restore", "1", ""), [])
+
+    def test_bash_offers_formats_and_files(self):
+        (self.home / "file with blanks.md").touch()
+        (self.home / "folder").mkdir()
+        formats = [("markdown", ""), ("json", "")]
+        self.assertEqual(self.bash("export", ""), formats)
+        self.assertEqual(self.bash("export", "j"), [("json", "")])
+        self.assertEqual(self.bash("export", "json", ""), [])
+        # Readline makes a word of its own of the = in "--output=file".
+        for option in ["-o"], ["--output"], ["--output", "="]:
+            self.assertEqual(sorted(self.bash("export", "json", *option, "")),
+                             [("file", "with blanks.md"), ("folder", "")])
+            self.assertEqual(self.bash("export", *option, "file", ""), formats)
 
     def test_bash_only_looks_at_the_list(self):
         environment = self.stand_in(LOGGING_STAND_IN)
         for command in [*self.commands(), "nonsense"]:
             self.bash(command, "", environment=environment)
         self.assertEqual((self.home / "calls").read_text().split("\n"),
-                         ["list", "list --done", "list --all", "list --all", ""])
+                         ["list", "list --done", "list --all", "list", "list --all", "restore", ""])
 
     def test_bash_is_silent_without_a_list(self):
         self.assertEqual(self.bash("done", "", environment=self.stand_in(FAILING_STAND_IN)), [])
@@ -216,11 +245,30 @@ class Installed:
         self.assertFalse((self.home / "harm").exists())
 
     @needs("fish")
+    def test_fish_offers_earlier_lists(self):
+        self.keep_lists()
+        first, second = self.fish("quillo restore ")
+        self.assertRegex(" ".join(first), "^1 .*  1 task$")
+        self.assertRegex(" ".join(second), "^2 .*  2 tasks$")
+        self.assertEqual(self.fish("quillo restore 1 "), [])
+
+    @needs("fish")
+    def test_fish_offers_formats_and_files(self):
+        (self.home / "file.md").touch()
+        formats = ["markdown", "json"]
+        self.assertEqual([word for word, _ in self.fish("quillo export ")], sorted(formats))
+        self.assertEqual(self.fish("quillo export json "), [])
+        for option in "-o", "--output":
+            self.assertIn("file.md", [word for word, _ in self.fish(f"quillo export json {option} f")])
+            self.assertEqual([word for word, _ in self.fish(f"quillo export {option} file.md ")], sorted(formats))
+
+    @needs("fish")
     def test_fish_only_looks_at_the_list(self):
         environment = self.stand_in(LOGGING_STAND_IN)
         for command in [*self.commands(), "nonsense"]:
             self.fish(f"quillo {command} ", environment=environment)
-        self.assertEqual(set((self.home / "calls").read_text().splitlines()), {"list", "list --done", "list --all"})
+        self.assertEqual(set((self.home / "calls").read_text().splitlines()),
+                         {"list", "list --done", "list --all", "restore"})
 
     @needs("fish")
     def test_fish_is_silent_without_a_list(self):
@@ -250,11 +298,25 @@ class Installed:
         self.assertFalse((self.home / "harm").exists())
 
     @needs("zsh")
+    def test_zsh_offers_earlier_lists(self):
+        self.keep_lists()
+        shown = self.zsh("quillo restore ", "\n1  -- ", "\n2  -- ", "2 tasks")
+        self.assertRegex(shown, r"\n1  -- .*  1 task\s")
+
+    @needs("zsh")
+    def test_zsh_offers_formats_and_files(self):
+        (self.home / "file.md").touch()
+        self.zsh("quillo export ", "\njson ", "\nmarkdown ")
+        for option in "-o ", "--output=":
+            self.zsh(f"quillo export json {option}f", f"quillo export json {option}file.md ")
+
+    @needs("zsh")
     def test_zsh_only_looks_at_the_list(self):
         environment = self.stand_in(LOGGING_STAND_IN)
-        for command in "done", "undone", "edit", "delete":
+        for command in "done", "undone", "edit", "remind", "delete", "restore":
             self.zsh(f"quillo {command} ", "\n20  -- Twenty", environment=environment)
-        self.assertEqual(set((self.home / "calls").read_text().splitlines()), {"list", "list --done", "list --all"})
+        self.assertEqual(set((self.home / "calls").read_text().splitlines()),
+                         {"list", "list --done", "list --all", "restore"})
 
 
 class InstalledByCMake(Installed, unittest.TestCase):

@@ -10,11 +10,10 @@ differences and exits 1; the same seed and number of lines repeat the run.
 import argparse
 import collections
 import json
-import os
 import random
-import subprocess
 import sys
 
+from json_lines import answers_of, canonical
 from random_lines import random_lines
 from rules_oracle import Step, understand_with_steps
 
@@ -23,37 +22,6 @@ PATHS = ("none", "rules", "miss")
 # One line in this many must exercise each path and each step, or the run proves too little.
 LINES_PER_REQUIRED_OCCURRENCE = 1_000
 FEWEST_LINES = 5_000
-
-
-def answers_of(quillo, lines):
-    """What the tool prints for these lines, as a list of lines."""
-    environment = {**os.environ, "QUILLO_LANGUAGE_MODEL": "none"}
-    typed = "".join(line.json + "\n" for line in lines)
-    finished = subprocess.run(
-        [quillo, "parse", "--jsonl"],
-        input=typed.encode("utf-8"),
-        stdout=subprocess.PIPE,
-        env=environment,
-        check=False,
-    )
-    printed = finished.stdout.split(b"\n")
-    problems = []
-    if finished.returncode != 0:
-        problems.append(f"{quillo} ended with status {finished.returncode}")
-    if printed.pop() != b"":
-        problems.append("the last answer does not end with a newline")
-    if len(printed) != len(lines):
-        problems.append(f"{len(lines)} lines were given, {len(printed)} answers came back")
-    return printed, problems
-
-
-def canonical(printed):
-    """An answer in one exact spelling: order of keys and kind of number count, blanks and
-    escapes do not. What is no JSON is left as it is."""
-    try:
-        return json.dumps(json.loads(printed), ensure_ascii=True)
-    except ValueError:
-        return repr(printed)
 
 
 def report(line, expected, actual):
@@ -76,7 +44,7 @@ def main():
     seed = random.SystemRandom().randrange(10**9) if options.seed is None else options.seed
 
     lines = list(random_lines(options.lines, seed))
-    printed, problems = answers_of(options.quillo, lines)
+    printed, problems = answers_of(options.quillo, "parse", [line.json for line in lines])
 
     differences = 0
     occurrences = collections.Counter({**dict.fromkeys(PATHS, 0), **dict.fromkeys(Step, 0)})

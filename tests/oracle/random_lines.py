@@ -347,6 +347,33 @@ def random_instant(generator, zone_name):
     return generator.randint(FIRST_INSTANT, LAST_INSTANT - 1)
 
 
+def written_now(generator, instant, fraction, zone_name):
+    """The instant in one of the forms the tool reads."""
+    zone = zoneinfo.ZoneInfo(zone_name)
+    local = datetime.datetime.fromtimestamp(instant, zone)
+    occurs_once = local.replace(fold=0).utcoffset() == local.replace(fold=1).utcoffset()
+    decimals = f"{fraction:.3f}".rstrip("0").lstrip("0") if fraction else ""
+
+    form = generator.choice(("number", "utc", "offset", "other offset", "local", "local"))
+    if form == "local" and not occurs_once:
+        form = "offset"
+    if form == "number":
+        return instant + fraction
+    if form == "local":
+        return local.strftime("%Y-%m-%dT%H:%M:%S") + decimals
+    if form == "utc":
+        utc = datetime.datetime.fromtimestamp(instant, datetime.timezone.utc)
+        return utc.strftime("%Y-%m-%dT%H:%M:%S") + decimals + "Z"
+    if form == "other offset":
+        minutes = generator.choice((-720, -210, -60, 0, 330, 345, 765, 840))
+        other_zone = datetime.timezone(datetime.timedelta(minutes=minutes))
+        local = datetime.datetime.fromtimestamp(instant, other_zone)
+    offset_minutes = local.utcoffset() // datetime.timedelta(minutes=1)
+    sign = "-" if offset_minutes < 0 else "+"
+    hours, minutes = divmod(abs(offset_minutes), 60)
+    return f"{local.strftime('%Y-%m-%dT%H:%M:%S')}{decimals}{sign}{hours:02}:{minutes:02}"
+
+
 # --- Lines -----------------------------------------------------------------------------------
 
 
@@ -623,7 +650,7 @@ class LineMaker:
             number, number, number, f"line {number}", f"№{number}", None, True,
             [number, "a"], {"line": number},
         ))
-        fields = {"id": identifier, "text": text, "now": self.written_now(instant, fraction, zone), "tz": zone}
+        fields = {"id": identifier, "text": text, "now": written_now(self.random, instant, fraction, zone), "tz": zone}
         if self.random.random() < 0.5:
             fields["locale"] = "en_US"
         if self.random.random() < 0.1:
@@ -633,32 +660,6 @@ class LineMaker:
             self.random.shuffle(names)
         written = json.dumps({name: fields[name] for name in names}, ensure_ascii=self.random.random() < 0.5)
         return Line(identifier, text, instant + fraction, zone, written)
-
-    def written_now(self, instant, fraction, zone_name):
-        """The instant in one of the forms the tool reads."""
-        zone = zoneinfo.ZoneInfo(zone_name)
-        local = datetime.datetime.fromtimestamp(instant, zone)
-        occurs_once = local.replace(fold=0).utcoffset() == local.replace(fold=1).utcoffset()
-        decimals = f"{fraction:.3f}".rstrip("0").lstrip("0") if fraction else ""
-
-        form = self.random.choice(("number", "utc", "offset", "other offset", "local", "local"))
-        if form == "local" and not occurs_once:
-            form = "offset"
-        if form == "number":
-            return instant + fraction
-        if form == "local":
-            return local.strftime("%Y-%m-%dT%H:%M:%S") + decimals
-        if form == "utc":
-            utc = datetime.datetime.fromtimestamp(instant, datetime.timezone.utc)
-            return utc.strftime("%Y-%m-%dT%H:%M:%S") + decimals + "Z"
-        if form == "other offset":
-            minutes = self.random.choice((-720, -210, -60, 0, 330, 345, 765, 840))
-            other_zone = datetime.timezone(datetime.timedelta(minutes=minutes))
-            local = datetime.datetime.fromtimestamp(instant, other_zone)
-        offset_minutes = local.utcoffset() // datetime.timedelta(minutes=1)
-        sign = "-" if offset_minutes < 0 else "+"
-        hours, minutes = divmod(abs(offset_minutes), 60)
-        return f"{local.strftime('%Y-%m-%dT%H:%M:%S')}{decimals}{sign}{hours:02}:{minutes:02}"
 
 
 def random_lines(count, seed):

@@ -167,6 +167,35 @@ TEST(SqlitePreferences, ManySmallChangesBecomeFewTransactions) {
     EXPECT_LT(std::filesystem::file_size(folder.file().string() + "-wal"), 300'000U);
 }
 
+TEST(SqlitePreferences, MayWriteAllOfItInOneTransactionWhenAsked) {
+    const PreferencesFolder folder;
+    const auto preferences = openPreferences(folder.path());
+    preferences->writeOnFlushOnly();
+    RawDatabase other(folder.file());
+    preferences->set("reminders", Data(largeBytes()));
+    preferences->set("list", Data(largeBytes()));
+    preferences->remove("list");
+    preferences->set("stamp", 1.5);
+    EXPECT_EQ(preferences->real("stamp"), 1.5);
+    EXPECT_EQ(preferences->data("reminders"), Data(largeBytes()));
+    EXPECT_EQ(preferences->data("nothing"), std::nullopt);
+    EXPECT_EQ(other.value("SELECT count(*) FROM preferences"), "0");
+    const std::string before = other.value("PRAGMA data_version");
+    EXPECT_EQ(flushError(*preferences), "");
+    EXPECT_EQ(other.value("SELECT count(*) FROM preferences"), "2");
+    // Each commit of another connection counts.
+    EXPECT_EQ(std::stoi(other.value("PRAGMA data_version")), std::stoi(before) + 1);
+}
+
+TEST(SqlitePreferences, WritesWhatWasNeverAskedForWhenItGoes) {
+    const PreferencesFolder folder;
+    auto preferences = openPreferences(folder.path());
+    preferences->writeOnFlushOnly();
+    preferences->set("stamp", 1.5);
+    preferences.reset();
+    EXPECT_EQ(openPreferences(folder.path())->real("stamp"), 1.5);
+}
+
 /// Any value, now and then one that is large.
 rc::Gen<Value> arbitraryValue() {
     const auto finite = rc::gen::suchThat<double>([](double number) { return std::isfinite(number); });

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace quillo {
 namespace {
 
@@ -89,7 +91,7 @@ TEST_F(BackupsTest, LeaveForeignFilesAlone) {
 
 TEST_F(BackupsTest, OverwriteWhatACrashLeftUnfinished) {
     std::filesystem::create_directory(lists());
-    writeFile(lists() / ".unfinished", "half of a longer list than the next one");
+    writeFile(lists() / ".unfinished-list", "half of a longer list than the next one");
     EXPECT_TRUE(backups.keepList("[]"));
     EXPECT_EQ(namesIn(lists()), (Names{"20250304T094100.250Z.json"}));
     EXPECT_EQ(bytesOf(lists() / "20250304T094100.250Z.json"), "[]");
@@ -98,7 +100,7 @@ TEST_F(BackupsTest, OverwriteWhatACrashLeftUnfinished) {
 TEST_F(BackupsTest, DoNotFollowALinkInTheWay) {
     std::filesystem::create_directory(lists());
     writeFile(folder.path() / "precious", "mine");
-    std::filesystem::create_symlink(folder.path() / "precious", lists() / ".unfinished");
+    std::filesystem::create_symlink(folder.path() / "precious", lists() / ".unfinished-list");
     EXPECT_FALSE(backups.keepList("[]"));
     EXPECT_EQ(bytesOf(folder.path() / "precious"), "mine");
     EXPECT_TRUE(backups.keepList("[]")) << "the link is gone";
@@ -123,6 +125,47 @@ TEST_F(BackupsTest, KeepDamagedValuesBesideThePreferences) {
                                              "damaged-20250304T094100.251Z-Quillo.items.v1"}));
     EXPECT_EQ(bytesOf(folder.path() / "damaged-20250304T094100.250Z-Quillo.items.v1"),
               std::string("\0[{", 3));
+}
+
+TEST_F(BackupsTest, ListsAreFoundByTheirPlaceTheLatestFirst) {
+    EXPECT_TRUE(backups.listTimes().empty());
+    for (const char* list : {"[1]", "[2]", "[3]"})
+        EXPECT_TRUE(backups.keepList(list));
+    const std::vector<UtcMilliseconds> times = backups.listTimes();
+    ASSERT_EQ(times.size(), 3u);
+    EXPECT_EQ(fileNameTime(times[0]), "20250304T094100.252Z");
+    EXPECT_EQ(fileNameTime(times[2]), "20250304T094100.250Z");
+    EXPECT_EQ(backups.list(1)->bytes(), "[3]");
+    EXPECT_EQ(backups.list(3)->bytes(), "[1]");
+}
+
+TEST_F(BackupsTest, SayWhichListThereIsNot) {
+    EXPECT_EQ(backups.list(1).error().message, "no earlier list 1; none is kept");
+    EXPECT_TRUE(backups.keepList("[1]"));
+    EXPECT_EQ(backups.list(0).error().message, "no earlier list 0; 1 is kept");
+    EXPECT_TRUE(backups.keepList("[2]"));
+    EXPECT_EQ(backups.list(3).error().message, "no earlier list 3; 2 are kept");
+}
+
+TEST_F(BackupsTest, AListThatCannotBeReadIsAnError) {
+    EXPECT_TRUE(backups.keepList("[1]"));
+    const std::filesystem::path file = lists() / "20250304T094100.250Z.json";
+    std::filesystem::remove(file);
+    std::filesystem::create_directory(file);
+    EXPECT_EQ(backups.list(1).error().message, "cannot read " + file.string());
+}
+
+TEST_F(BackupsTest, ADamagedValueMayBeKeptWhileAnotherIs) {
+    std::thread other([&] {
+        for (int round = 0; round < 50; ++round)
+            EXPECT_TRUE(backups.keepDamaged("other", "other"));
+    });
+    for (int round = 0; round < 50; ++round)
+        EXPECT_TRUE(backups.keepDamaged("one", "one"));
+    other.join();
+    for (const std::string& name : namesIn(folder.path()))
+        EXPECT_EQ(bytesOf(folder.path() / name), name.ends_with("-one") ? "one" : "other") << name;
+    EXPECT_EQ(namesIn(folder.path()).size(), 100u);
 }
 
 } // namespace

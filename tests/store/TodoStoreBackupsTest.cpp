@@ -38,7 +38,8 @@ public:
 class TodoStoreBackupsTest : public testing::Test {
 protected:
     TodoStoreDependencies dependencies() {
-        return {preferences, world.cloud, world.reminders, world.clock, world.notifications, &backups};
+        return {preferences,         world.cloud,        world.reminders, world.clock,
+                world.notifications, world.mainExecutor, &backups};
     }
 
     /// The titles of each kept list, oldest first.
@@ -156,6 +157,63 @@ TEST_F(TodoStoreBackupsTest, NeverOverwritesADamagedListThatCannotBeSetAside) {
     EXPECT_TRUE(store.drain());
     EXPECT_EQ(damaged().size(), 1U);
     EXPECT_EQ(titles(*World::listIn(preferences)), (Titles{"b", "a"}));
+}
+
+/// Asks for a kept list and lets it arrive; says what was told.
+std::string restore(TodoStore& store, ManualExecutor& mainExecutor, std::size_t which) {
+    std::string told = "nothing";
+    store.restoreEarlier(which,
+                         [&](const Outcome& outcome) { told = outcome ? "done" : outcome.error().message; });
+    EXPECT_TRUE(store.drain());
+    mainExecutor.run();
+    return told;
+}
+
+TEST_F(TodoStoreBackupsTest, AnEarlierListComesBackAndTheOneItReplacesIsKept) {
+    TodoStore store(dependencies());
+    store.add(Task("one"));
+    store.add(Task("two"));
+    store.remove(store.items()[0].id);
+    store.add(Task("three"));
+    const double before = store.lastLocalStamp().get();
+    world.clock.advance(10);
+    std::vector<ListChange> changes;
+    int accepted = 0;
+    const Connection list = store.observeList([&](const ListChange& change) { changes.push_back(change); });
+    const Connection other = store.observeAcceptedList([&] { ++accepted; });
+
+    EXPECT_EQ(restore(store, world.mainExecutor, 1), "done");
+    EXPECT_EQ(titles(store.items()), (Titles{"two", "one"}));
+    EXPECT_EQ(changes, (std::vector<ListChange>{{ListChange::Kind::reset}}));
+    EXPECT_EQ(accepted, 1);
+    EXPECT_EQ(store.activeCount().get(), 2);
+    EXPECT_GT(store.lastLocalStamp().get(), before) << "it is a change like any other";
+    EXPECT_TRUE(store.drain());
+    EXPECT_EQ(keptLists().back(), (Titles{"three", "one"}));
+    EXPECT_EQ(titles(*World::listIn(preferences)), (Titles{"two", "one"}));
+}
+
+TEST_F(TodoStoreBackupsTest, WhatCannotBeBroughtBackChangesNothing) {
+    TodoStore store(dependencies());
+    store.add(Task("one"));
+    EXPECT_EQ(restore(store, world.mainExecutor, 1), "no earlier list 1; none is kept");
+    EXPECT_TRUE(backups.keepList("[{}]"));
+    EXPECT_EQ(restore(store, world.mainExecutor, 1), "earlier list 1 cannot be read");
+    EXPECT_EQ(titles(store.items()), (Titles{"one"}));
+
+    TodoStore without(world.dependencies());
+    EXPECT_EQ(restore(without, world.mainExecutor, 1), "no earlier lists are kept");
+}
+
+TEST_F(TodoStoreBackupsTest, AListThatArrivesTooLateTellsNobody) {
+    bool told = false;
+    {
+        TodoStore store(dependencies());
+        store.add(Task("one"));
+        store.restoreEarlier(1, [&](const Outcome&) { told = true; });
+    }
+    world.mainExecutor.run();
+    EXPECT_FALSE(told);
 }
 
 } // namespace

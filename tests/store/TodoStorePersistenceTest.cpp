@@ -8,6 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <future>
+#include <limits>
+#include <optional>
 #include <thread>
 
 namespace quillo {
@@ -197,7 +200,7 @@ public:
 
 struct RecordingWorld : World {
     TodoStoreDependencies dependencies(Backups* backups = nullptr) {
-        return {recording, cloud, reminders, clock, notifications, backups};
+        return {recording, cloud, reminders, clock, notifications, mainExecutor, backups};
     }
 
     RecordingPreferences recording;
@@ -274,7 +277,8 @@ private:
 TEST(TodoStoreThreads, OperationsOnTheMainThreadOnlyReadTheSyncSetting) {
     World world;
     WatchedPreferences watched;
-    TodoStore store({watched, world.cloud, world.reminders, world.clock, world.notifications});
+    TodoStore store(
+        {watched, world.cloud, world.reminders, world.clock, world.notifications, world.mainExecutor});
     watched.readOnMainThread.clear();
     store.add(Task("a").id(numberedId(1)));
     store.update(Task("A").id(numberedId(1)));
@@ -296,6 +300,27 @@ TEST(TodoStoreThreads, OperationsWaitForNothing) {
     store.clearCompleted();
     EXPECT_EQ(world.preferences.writes(), 0); // All this happened while the queue could not move.
     world.cloud.release();
+}
+
+TEST(TodoStoreThreads, TellsWhenWhatCameBeforeIsSaved) {
+    World world;
+    TodoStore store(world.dependencies());
+    store.add(Task("a"));
+    std::promise<std::optional<std::vector<TodoItem>>> seen;
+    store.whenSaved([&](const Outcome& outcome) {
+        EXPECT_TRUE(outcome);
+        seen.set_value(World::listIn(world.preferences));
+    });
+    EXPECT_EQ(seen.get_future().get(), contents(store.items()));
+}
+
+TEST(TodoStoreThreads, TellsThatTheListCannotBeSaved) {
+    World world;
+    TodoStore store(world.dependencies());
+    store.add(Task("a").due({std::numeric_limits<double>::infinity()}));
+    std::promise<bool> saved;
+    store.whenSaved([&](const Outcome& outcome) { saved.set_value(outcome.ok()); });
+    EXPECT_FALSE(saved.get_future().get());
 }
 
 } // namespace

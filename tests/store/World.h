@@ -1,15 +1,15 @@
 /// A store's surroundings, all in memory.
 #pragma once
 
+#include "base/ManualExecutor.h"
 #include "base/NotificationCenter.h"
 #include "model/TodoItemJson.h"
 #include "store/TodoStore.h"
 #include "support/FixedClock.h"
+#include "support/Gate.h"
 #include "support/InMemoryKeyValueStore.h"
 #include "support/RecordingReminderCenter.h"
 
-#include <condition_variable>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,33 +20,16 @@ namespace quillo::support {
 class HoldingCloudStore : public InMemoryCloudStore {
 public:
     void synchronize() override {
-        std::unique_lock lock(mutex_);
-        ++waiting_;
-        changed_.notify_all();
-        changed_.wait(lock, [this] { return !held_; });
-        --waiting_;
+        gate_.pass();
         InMemoryCloudStore::synchronize();
     }
 
-    void hold() {
-        const std::lock_guard lock(mutex_);
-        held_ = true;
-    }
-    void waitUntilHolding() {
-        std::unique_lock lock(mutex_);
-        changed_.wait(lock, [this] { return waiting_ > 0; });
-    }
-    void release() {
-        const std::lock_guard lock(mutex_);
-        held_ = false;
-        changed_.notify_all();
-    }
+    void hold() { gate_.close(); }
+    void waitUntilHolding() { gate_.waitForArrival(); }
+    void release() { gate_.open(); }
 
 private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    bool held_ = false;
-    int waiting_ = 0;
+    Gate gate_;
 };
 
 struct World {
@@ -55,9 +38,10 @@ struct World {
     RecordingReminderCenter reminders;
     FixedClock clock;
     NotificationCenter notifications;
+    ManualExecutor mainExecutor;
 
     TodoStoreDependencies dependencies(Backups* backups = nullptr) {
-        return {preferences, cloud, reminders, clock, notifications, backups};
+        return {preferences, cloud, reminders, clock, notifications, mainExecutor, backups};
     }
 
     /// Puts a list where a store will find it.

@@ -1,27 +1,40 @@
 #include "cli/commands/Change.h"
 
+#include "base/Clock.h"
+#include "cli/Ask.h"
+#include "cli/TaskTable.h"
 #include "cli/Terminal.h"
+#include "model/TodoItemJson.h"
+#include "unicode/DateFormat.h"
+#include "unicode/SystemPlace.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace quillo::cli {
 
-ExitCode change(const std::function<Result<NumberedItem>(TaskCommands&)>& change,
-                const std::function<void(const NumberedItem&, const Session&)>& report) {
-    const auto session = Session::open(Session::Purpose::Change);
-    if (!session)
-        return failed(session.error());
-    const Result<NumberedItem> task = change((*session)->commands());
-    if (!task)
-        return failed(task.error());
-    if (const Outcome outcome = (*session)->commit(); !outcome)
-        return failed(outcome.error());
-    report(*task, **session);
+ExitCode change(control::Command command, const std::function<void(const Tasks&)>& report) {
+    const control::Answer answer = ask(std::move(command));
+    if (!answer)
+        return failed(answer.error());
+    report(*answer);
     return ExitCode::Done;
 }
 
-void printTitle(const NumberedItem& task, const Session&) {
-    std::puts(onOneLine(task.item.title).c_str());
+void printTitles(const Tasks& tasks) {
+    for (const control::NumberedItem& task : tasks)
+        std::puts(onOneLine(task.item.title).c_str());
+}
+
+void printTasks(const Tasks& tasks, bool json) {
+    const unicode::DateFormat dates(unicode::systemTimeZone(), unicode::systemLocale());
+    for (const auto& [number, item] : tasks) {
+        if (json)
+            std::puts(encodeExportedItem(item, number).c_str());
+        else
+            std::fputs(taskLine(item, SystemClock().now(), dates, Terminal::ofStandardOutput()).c_str(),
+                       stdout);
+    }
 }
 
 } // namespace quillo::cli

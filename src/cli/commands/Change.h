@@ -2,18 +2,23 @@
 #pragma once
 
 #include "cli/ExitCode.h"
-#include "cli/Session.h"
+#include "control/Answer.h"
+#include "control/Request.h"
 
 #include <functional>
+#include <vector>
 
 namespace quillo::cli {
 
-/// Opens the list, lets `change` change it, waits until that is on disk, and only then has `report` tell the
-/// user.
-ExitCode change(const std::function<Result<NumberedItem>(TaskCommands&)>& change,
-                const std::function<void(const NumberedItem&, const Session&)>& report);
+using Tasks = std::vector<control::NumberedItem>;
 
-/// Prints the title of the task that was acted on.
-void printTitle(const NumberedItem& task, const Session& session);
+/// Has the command done and, once what it changed is on disk, lets `report` tell the user.
+ExitCode change(control::Command command, const std::function<void(const Tasks&)>& report);
+
+/// Prints the titles of the tasks that were acted on.
+void printTitles(const Tasks& tasks);
+
+/// Prints the title and due date of each, or with `json` the export form.
+void printTasks(const Tasks& tasks, bool json);
 
 } // namespace quillo::cli

@@ -15,6 +15,22 @@ std::optional<std::string> objectionToList(const Arguments& arguments) {
     return std::nullopt;
 }
 
+std::optional<std::string> objectionToRemind(const Arguments& arguments) {
+    const bool when = arguments.words().size() > 1;
+    if (arguments.has("clear") && when)
+        return "--clear takes the date away; there cannot be another";
+    if (!arguments.has("clear") && !when)
+        return "something is missing";
+    return std::nullopt;
+}
+
+std::optional<std::string> objectionToExport(const Arguments& arguments) {
+    const std::string& format = arguments.words().front();
+    if (format != "markdown" && format != "json")
+        return "unknown format \"" + format + "\"";
+    return std::nullopt;
+}
+
 std::optional<std::string> objectionToParse(const Arguments& arguments) {
     if (arguments.has("jsonl") && !arguments.words().empty())
         return "--jsonl takes its texts from standard input";
@@ -22,6 +38,12 @@ std::optional<std::string> objectionToParse(const Arguments& arguments) {
         return "--jsonl has a form of its own";
     if (!arguments.has("jsonl") && arguments.words().empty())
         return "something is missing";
+    return std::nullopt;
+}
+
+std::optional<std::string> objectionToResolve(const Arguments& arguments) {
+    if (!arguments.has("jsonl"))
+        return "--jsonl is missing";
     return std::nullopt;
 }
 
@@ -65,6 +87,14 @@ const Command all[] = {
      .fewestWords = 2,
      .mostWords = any,
      .run = edit},
+    {.name = "remind",
+     .synopsis = "TASK WHEN... | TASK --clear",
+     .summary = "Gives a task another due date and reminder, or takes them away",
+     .options = {{"clear", "takes the due date and the reminder away"}},
+     .fewestWords = 1,
+     .mostWords = any,
+     .objection = objectionToRemind,
+     .run = remind},
     {.name = "delete",
      .synopsis = "TASK",
      .summary = "Deletes a task",
@@ -72,6 +102,24 @@ const Command all[] = {
      .mostWords = 1,
      .run = remove},
     {.name = "clear-completed", .summary = "Deletes all tasks that are done", .run = clearCompleted},
+    {.name = "restore",
+     .synopsis = "[NUMBER]",
+     .summary = "Lists the earlier lists that are kept, or brings one back",
+     .mostWords = 1,
+     .run = restore},
+    {.name = "export",
+     .synopsis = "markdown|json [-o FILE]",
+     .summary = "Prints the whole list as a document, or writes it to a file",
+     .options = {{"output", "the file to write; - is standard output", "FILE", 'o', true}},
+     .fewestWords = 1,
+     .mostWords = 1,
+     .objection = objectionToExport,
+     .run = exportList},
+    {.name = "stats",
+     .synopsis = "[--json]",
+     .summary = "Shows how many tasks were completed, and how fast",
+     .options = {{"json", "prints it as JSON"}},
+     .run = stats},
     {.name = "parse",
      .synopsis = "[--now WHEN] [--time-zone ZONE] [--locale LOCALE] [--json] [--trace] TEXT... | --jsonl",
      .summary = "Shows what would be understood of a text; adds nothing",
@@ -85,6 +133,16 @@ const Command all[] = {
      .mostWords = any,
      .objection = objectionToParse,
      .run = parse},
+    {.name = "resolve",
+     .synopsis = "[--now WHEN] [--time-zone ZONE] [--locale LOCALE] --jsonl",
+     .summary = "Shows when classified texts are due; adds nothing",
+     .options = {{"now", "for those that were typed then: 2025-03-04T09:41, or seconds since 1970", "WHEN"},
+                 {"time-zone", "there, for example Europe/Berlin", "ZONE"},
+                 {"locale", "and in the calendar of that locale, for example en_US", "LOCALE"},
+                 {"jsonl", "reads a JSON object a line from standard input and answers each with one"}},
+     .objection = objectionToResolve,
+     .run = resolve},
+    {.name = "quit", .summary = "Ends the desktop program, if it runs", .run = quit},
     {.name = "help",
      .synopsis = "[COMMAND]",
      .summary = "Lists the commands, or explains one",
@@ -111,7 +169,8 @@ std::string explanationOf(const Command& command) {
     if (!command.options.empty())
         text += '\n';
     for (const Option& option : command.options) {
-        std::string name = "--" + std::string(option.name);
+        std::string name = option.letter != 0 ? std::string{'-', option.letter, ',', ' '} : "";
+        name.append("--").append(option.name);
         if (!option.value.empty())
             name.append(" ").append(option.value);
         constexpr std::size_t column = 20;

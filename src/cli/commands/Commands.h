@@ -11,10 +11,16 @@ ExitCode add(const Arguments& arguments);
 ExitCode clearCompleted(const Arguments& arguments);
 ExitCode done(const Arguments& arguments);
 ExitCode edit(const Arguments& arguments);
+ExitCode exportList(const Arguments& arguments);
 ExitCode help(const Arguments& arguments);
 ExitCode list(const Arguments& arguments);
 ExitCode parse(const Arguments& arguments);
+ExitCode quit(const Arguments& arguments);
+ExitCode remind(const Arguments& arguments);
 ExitCode remove(const Arguments& arguments);
+ExitCode resolve(const Arguments& arguments);
+ExitCode restore(const Arguments& arguments);
+ExitCode stats(const Arguments& arguments);
 ExitCode undone(const Arguments& arguments);
 ExitCode version(const Arguments& arguments);
 

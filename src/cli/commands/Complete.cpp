@@ -3,21 +3,12 @@
 
 namespace quillo::cli {
 
-namespace {
-
-ExitCode setDone(const Arguments& arguments, bool isDone) {
-    return change([&](TaskCommands& commands) { return commands.setDone(arguments.words().front(), isDone); },
-                  printTitle);
-}
-
-} // namespace
-
 ExitCode done(const Arguments& arguments) {
-    return setDone(arguments, true);
+    return change(control::SetDone{arguments.words().front(), true}, printTitles);
 }
 
 ExitCode undone(const Arguments& arguments) {
-    return setDone(arguments, false);
+    return change(control::SetDone{arguments.words().front(), false}, printTitles);
 }
 
 } // namespace quillo::cli

@@ -1,4 +1,3 @@
-#include "cli/Terminal.h"
 #include "cli/commands/Change.h"
 #include "cli/commands/Commands.h"
 
@@ -9,22 +8,15 @@
 namespace quillo::cli {
 
 ExitCode remove(const Arguments& arguments) {
-    return change([&](TaskCommands& commands) { return commands.remove(arguments.words().front()); },
-                  printTitle);
+    return change(control::Delete{arguments.words().front()}, printTitles);
 }
 
 ExitCode clearCompleted(const Arguments&) {
-    const auto session = Session::open(Session::Purpose::Change);
-    if (!session)
-        return failed(session.error());
-    const std::vector<TodoItem> cleared = (*session)->commands().clearCompleted();
-    if (const Outcome outcome = (*session)->commit(); !outcome)
-        return failed(outcome.error());
-    for (const TodoItem& item : cleared)
-        std::puts(onOneLine(item.title).c_str());
-    if (cleared.empty() && isatty(STDOUT_FILENO))
-        std::puts("Nothing done yet.");
-    return ExitCode::Done;
+    return change(control::ClearCompleted{}, [](const Tasks& tasks) {
+        printTitles(tasks);
+        if (tasks.empty() && isatty(STDOUT_FILENO))
+            std::puts("Nothing done yet.");
+    });
 }
 
 } // namespace quillo::cli

@@ -8,8 +8,7 @@ ExitCode edit(const Arguments& arguments) {
     const std::string text = arguments.text(1);
     if (unicode::isBlank(text)) // Known without waiting for anything.
         return failed({"a task needs a text"});
-    return change([&](TaskCommands& commands) { return commands.edit(arguments.words().front(), text); },
-                  printTitle);
+    return change(control::Edit{arguments.words().front(), text}, printTitles);
 }
 
 } // namespace quillo::cli

@@ -1,0 +1,40 @@
+#include "cli/Ask.h"
+
+#include "base/DataFolder.h"
+#include "cli/Session.h"
+#include "control/Client.h"
+#include "sqlite/PreferencesLock.h"
+#include "unicode/SystemPlace.h"
+
+#include <chrono>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace quillo::cli {
+
+control::Answer ask(control::Command command) {
+    using Clock = std::chrono::steady_clock;
+    const auto folder = dataFolder();
+    if (!folder)
+        return folder.error();
+    const control::Request request{std::move(command), unicode::systemTimeZone(), unicode::systemLocale()};
+    const Clock::time_point deadline = Clock::now() + std::chrono::seconds(2);
+    for (;;) {
+        if (const std::optional<control::Answer> answer = control::ask(*folder, request))
+            return *answer;
+        auto lock = PreferencesLock::tryAcquire(*folder);
+        if (!lock)
+            return lock.error();
+        if (*lock) {
+            const auto session = Session::change(*folder, *std::move(*lock));
+            return session ? (*session)->answer(request) : control::Answer(session.error());
+        }
+        // Another command is at it, or a program that is just starting or ending.
+        if (Clock::now() >= deadline)
+            return PreferencesLock::heldByAnother(*folder);
+        std::this_thread::sleep_for(PreferencesLock::interval);
+    }
+}
+
+} // namespace quillo::cli

@@ -1,0 +1,30 @@
+/// The questions that lines of JSON can ask.
+#include "cli/Classification.h"
+#include "cli/JsonLines.h"
+#include "cli/Understanding.h"
+#include "parser/ResolveDate.h"
+
+namespace quillo::cli {
+
+namespace {
+
+Result<std::string> understanding(const JsonMember& question, Instant now, const Place& place) {
+    const Result<std::string> text = textOf(question, "text", {});
+    if (!text)
+        return text.error();
+    return membersOf(place.parser().parse(*text, now), *text, nullptr);
+}
+
+Result<std::string> resolution(const JsonMember& question, Instant now, const Place& place) {
+    const Result<GeneratedTodo> todo = readClassification(question);
+    if (!todo)
+        return todo.error();
+    return "\"due\":" + dueAsJson(resolveDate(*todo, now, place.calendar()));
+}
+
+} // namespace
+
+const JsonQuestion textQuestion{"text", understanding};
+const JsonQuestion classificationQuestion{"classification", resolution};
+
+} // namespace quillo::cli

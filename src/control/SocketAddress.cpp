@@ -1,0 +1,47 @@
+#include "control/SocketAddress.h"
+
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+namespace quillo::control {
+
+namespace {
+
+bool fits(const std::filesystem::path& path) {
+    return path.native().size() < sizeof(sockaddr_un::sun_path);
+}
+
+/// FNV-1a. Both programs must come to the same name, whatever library they were built with.
+std::uint64_t hash(const std::string& text) {
+    std::uint64_t value = 0xcbf29ce484222325;
+    for (const char c : text) {
+        value ^= static_cast<unsigned char>(c);
+        value *= 0x100000001b3;
+    }
+    return value;
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> socketPath(const std::filesystem::path& dataFolder) {
+    if (const auto path = dataFolder / "control.sock"; fits(path))
+        return path;
+    const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
+    if (runtime == nullptr || *runtime != '/')
+        return std::nullopt;
+    const auto path =
+        std::filesystem::path(runtime) /
+        ("quillo-" + std::to_string(hash((dataFolder / "").lexically_normal().native())) + ".sock");
+    return fits(path) ? std::optional(path) : std::nullopt;
+}
+
+sockaddr_un socketAddress(const std::filesystem::path& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, path.c_str(), path.native().size());
+    return address;
+}
+
+} // namespace quillo::control

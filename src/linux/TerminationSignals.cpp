@@ -1,0 +1,44 @@
+#include "linux/TerminationSignals.h"
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace quillo {
+
+namespace {
+
+sigset_t terminating() {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&set, number);
+    return set;
+}
+
+} // namespace
+
+void TerminationSignals::block() {
+    const sigset_t set = terminating();
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+}
+
+TerminationSignals::TerminationSignals() {
+    block();
+    const sigset_t set = terminating();
+    descriptor_ = signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC);
+    readable_ = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);
+    QObject::connect(readable_.get(), &QSocketNotifier::activated, [this] {
+        signalfd_siginfo information;
+        if (read(descriptor_, &information, sizeof information) == sizeof information)
+            received.emit();
+    });
+}
+
+TerminationSignals::~TerminationSignals() {
+    readable_.reset();
+    close(descriptor_);
+}
+
+} // namespace quillo

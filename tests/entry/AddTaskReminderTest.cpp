@@ -1,0 +1,105 @@
+#include "base/ManualExecutor.h"
+#include "entry/AddTask.h"
+#include "reminders/TaskReminder.h"
+#include "support/FixedClock.h"
+#include "support/InMemoryKeyValueStore.h"
+#include "support/RecordingReminderCenter.h"
+#include "support/TodoItemBuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillo {
+namespace {
+
+struct AddTaskReminderTest : testing::Test {
+    unicode::CivilCalendar calendar = *unicode::CivilCalendar::create("Europe/Berlin", "en_US");
+    unicode::DateFormat format{"Europe/Berlin", "en_US"};
+    ParserService parser{calendar, format};
+    support::FixedClock clock;
+    support::InMemoryPreferences preferences;
+    support::InMemoryCloudStore cloud;
+    support::RecordingReminderCenter center;
+    NotificationCenter notifications;
+    ManualExecutor mainExecutor;
+    TodoStore store{{preferences, cloud, center, clock, notifications, mainExecutor}};
+    NotificationManager manager{center, clock, calendar};
+    std::optional<AddTask> addTask{std::in_place, clock, store, manager};
+
+    std::vector<std::string> titles() const { return support::titles(store.items()); }
+};
+
+TEST_F(AddTaskReminderTest, ATaskIsAddedWithItsReminder) {
+    std::vector<bool> hadReminder;
+    const Connection connection = store.observeList([&](const ListChange& change) {
+        hadReminder.push_back(store.items()[change.index].notificationID.has_value());
+    });
+    const auto item = addTask->add("Email Sam in 2 hours", parser);
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->notificationID, reminderIdentifier(item->id));
+    EXPECT_EQ(store.items()[0], *item);
+    EXPECT_EQ(hadReminder, std::vector<bool>{true}) << "in one step";
+    ASSERT_EQ(center.pending.size(), 1U);
+    const ReminderRequest& request = center.pending.at(*item->notificationID);
+    EXPECT_EQ(request.content.body, "Email Sam");
+    EXPECT_EQ(request.dueDate, item->dueDate);
+}
+
+TEST_F(AddTaskReminderTest, ATaskWithoutDateAsksForNothing) {
+    const auto item = addTask->add("Buy milk", parser);
+    EXPECT_EQ(item->notificationID, std::nullopt);
+    EXPECT_EQ(center.statusQueries, 0);
+    EXPECT_EQ(store.items()[0], *item);
+}
+
+TEST_F(AddTaskReminderTest, ATaskIsAddedAlsoWhereItCannotBeRemindedOf) {
+    center.status = ReminderAuthorization::denied;
+    EXPECT_EQ(addTask->add("Call mom tomorrow", parser)->notificationID, std::nullopt);
+    center.status = ReminderAuthorization::authorized;
+    center.addOutcome = Error{"full"};
+    EXPECT_EQ(addTask->add("Call dad tomorrow", parser)->notificationID, std::nullopt);
+    EXPECT_EQ(titles(), (std::vector<std::string>{"Call dad", "Call mom"}));
+}
+
+TEST_F(AddTaskReminderTest, ATaskWaitsForThePermission) {
+    center.status = ReminderAuthorization::notDetermined;
+    center.hold();
+    const auto item = addTask->add("Call mom tomorrow", parser);
+    ASSERT_TRUE(item);
+    addTask->add("Buy milk", parser);
+    EXPECT_EQ(titles(), std::vector<std::string>{"Buy milk"});
+    while (center.step()) {
+    }
+    EXPECT_EQ(titles(), (std::vector<std::string>{"Call mom", "Buy milk"}));
+    EXPECT_EQ(store.items()[0].id, item->id);
+    EXPECT_EQ(store.items()[0].notificationID, reminderIdentifier(item->id));
+}
+
+TEST_F(AddTaskReminderTest, WhatStillWaitsCanBeAddedAtOnce) {
+    center.hold();
+    addTask->add("Call mom tomorrow", parser);
+    addTask->add("Call dad tomorrow", parser);
+    addTask->addWaiting();
+    EXPECT_EQ(titles(), (std::vector<std::string>{"Call dad", "Call mom"}));
+    EXPECT_EQ(store.items()[0].notificationID, std::nullopt);
+    while (center.step()) {
+    }
+    EXPECT_EQ(store.items().size(), 2U);
+    addTask->addWaiting();
+    EXPECT_EQ(store.items().size(), 2U);
+}
+
+TEST_F(AddTaskReminderTest, NothingIsAddedOnceItIsGone) {
+    center.hold();
+    addTask->add("Call mom tomorrow", parser);
+    addTask.reset();
+    while (center.step()) {
+    }
+    EXPECT_TRUE(store.items().empty());
+}
+
+} // namespace
+} // namespace quillo
