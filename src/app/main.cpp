@@ -3,9 +3,9 @@
 #include "base/Log.h"
 #include "base/Product.h"
 
-#include <QCoreApplication>
 #include <malloc.h>
 
+#include <QCoreApplication>
 #include <cstdio>
 #include <string_view>
 
