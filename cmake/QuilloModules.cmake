@@ -50,6 +50,8 @@ function(quillo_desktop_module name)
   list(TRANSFORM ARG_DEPENDS PREPEND quillo_)
   add_library(quillo_${name} STATIC ${sources})
   set_target_properties(quillo_${name} PROPERTIES AUTOMOC ON)
+  # What Qt generates is not ours to tidy: one check that finds nothing, as none at all would be an error.
+  file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/.clang-tidy" "Checks: '-*,misc-definitions-in-headers'\n")
   target_include_directories(quillo_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
   target_compile_definitions(quillo_${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY)
   target_link_libraries(quillo_${name} PUBLIC ${ARG_DEPENDS} ${ARG_LIBRARIES} PRIVATE quillo_flags)

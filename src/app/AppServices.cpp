@@ -60,8 +60,9 @@ AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lo
 
 void AppServices::serve(const control::Request& request, const ControlServer::Reply& reply) {
     if (std::holds_alternative<control::Quit>(request.command)) {
-        reply(std::vector<control::NumberedItem>{});
+        // First, as whoever is told may start another at once, which must not find us listening.
         quitRequested.emit();
+        reply(std::vector<control::NumberedItem>{});
         return;
     }
     services_.commands().answer(request, [this, reply](const control::Answer& answer) {

@@ -26,12 +26,6 @@ std::string blanks(int count) {
     return std::string(static_cast<std::size_t>(std::max(count, 0)), ' ');
 }
 
-std::string fitted(const std::string& title, int columns) {
-    if (unicode::displayWidth(title) <= columns)
-        return title;
-    return std::string(unicode::fitToWidth(title, columns - 1)) + "…";
-}
-
 std::string dueText(const TodoItem& item, const unicode::DateFormat& format) {
     return item.dueDate ? format.dateAndTime(*item.dueDate) : std::string();
 }

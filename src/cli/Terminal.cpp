@@ -58,6 +58,12 @@ std::string onOneLine(std::string_view utf8) {
     return unicode::toUtf8(line);
 }
 
+std::string fitted(std::string_view utf8, int columns) {
+    if (unicode::displayWidth(utf8) <= columns)
+        return std::string(utf8);
+    return std::string(unicode::fitToWidth(utf8, columns - 1)) + "…";
+}
+
 void printError(std::string_view line) {
     // One write a line: lines of several threads must not run into one another.
     const std::string whole = "quillo: " + onOneLine(line) + "\n";

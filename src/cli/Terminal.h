@@ -23,6 +23,9 @@ struct Terminal {
 /// other control characters, and none of the characters that switch the writing direction for what follows.
 std::string onOneLine(std::string_view utf8);
 
+/// The text as far as it fits into so many columns, with an ellipsis where something is missing.
+std::string fitted(std::string_view utf8, int columns);
+
 /// Prints one line on standard error, after the program's name. Any thread.
 void printError(std::string_view line);
 

@@ -39,7 +39,7 @@ std::filesystem::path behindLinks(std::filesystem::path file) {
 Outcome writeTo(const std::filesystem::path& file, std::string_view bytes) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CLOEXEC);
     const bool written = descriptor >= 0 && writeAll(descriptor, bytes);
-    const Outcome outcome = written ? success() : Outcome(cannotWrite(file));
+    Outcome outcome = written ? success() : Outcome(cannotWrite(file));
     if (descriptor >= 0)
         close(descriptor);
     return outcome;
@@ -67,7 +67,7 @@ Outcome writeWholeFile(const std::filesystem::path& file, std::string_view bytes
     const mode_t mode = exists ? status.st_mode & 07777 : 0666 & ~mask;
     const bool written = writeAll(descriptor, bytes) && fchmod(descriptor, mode) == 0 &&
                          fsync(descriptor) == 0 && rename(temporary.c_str(), target.c_str()) == 0;
-    const Outcome outcome = written ? success() : Outcome(cannotWrite(file));
+    Outcome outcome = written ? success() : Outcome(cannotWrite(file));
     if (!written)
         unlink(temporary.c_str());
     close(descriptor);

@@ -4,9 +4,9 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <cstdint>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 
 namespace quillo::cli {
 
@@ -25,16 +25,16 @@ void readyMemory(std::size_t bytes) {
     mallopt(M_MMAP_THRESHOLD, std::numeric_limits<int>::max());
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 
-    void* block = std::malloc(bytes);
-    if (block == nullptr)
-        return;
-    const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
-    const std::uintptr_t start = (reinterpret_cast<std::uintptr_t>(block) + page - 1) / page * page;
-    const std::size_t length = bytes - page;
-    madvise(reinterpret_cast<void*>(start), length, MADV_HUGEPAGE);
+    void* const block = std::malloc(bytes);
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    std::size_t room = bytes;
+    void* start = block;
+    if (block != nullptr && std::align(page, bytes - page, start, room) != nullptr) {
+        madvise(start, bytes - page, MADV_HUGEPAGE);
 #ifdef MADV_POPULATE_WRITE // glibc 2.35
-    madvise(reinterpret_cast<void*>(start), length, MADV_POPULATE_WRITE);
+        madvise(start, bytes - page, MADV_POPULATE_WRITE);
 #endif
+    }
     std::free(block);
 }
 

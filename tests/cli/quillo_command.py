@@ -27,8 +27,7 @@ from desktop_program import PATIENCE_SECONDS, DesktopProgram, desktop_program
 LONGEST_ARGUMENT = 131_072
 SECONDS_FROM_1970_TO_2001 = 978_307_200
 
-# The commands that go to the program that holds the list.
-CHANGES = {"add", "done", "undone", "edit", "delete", "clear-completed", "remind", "restore"}
+CHANGES = {"add", "done", "undone", "edit", "delete", "clear-completed", "remind"}
 # What decides whose list a command is about.
 FOLDER_VARIABLES = {"QUILLO_DATA_DIR", "XDG_DATA_HOME", "HOME"}
 
@@ -55,6 +54,11 @@ def is_sanitized():
     """Sanitizers keep freed memory for a while, which spoils every look at memory."""
     content = pathlib.Path(program()).read_bytes()
     return b"__asan_init" in content or b"__tsan_init" in content
+
+
+def changes_the_list(command, *words):
+    """Whether the command goes to the program that holds the list."""
+    return command in CHANGES or (command == "restore" and bool(words))
 
 
 def without_desktop_program(reason):
@@ -108,7 +112,7 @@ class Quillo:
 
     def start(self, *arguments, environment=None, as_user=False, **options):
         """The running command. Variables that are None in `environment` are taken away."""
-        if arguments and arguments[0] in CHANGES and FOLDER_VARIABLES.isdisjoint(environment or {}):
+        if arguments and changes_the_list(*arguments) and FOLDER_VARIABLES.isdisjoint(environment or {}):
             self.hold()
         variables = {**self.environment, **(environment or {})}
         variables = {name: value for name, value in variables.items() if value is not None}

@@ -11,10 +11,15 @@ COMMANDS = [
     "done",
     "undone",
     "edit",
+    "remind",
     "delete",
     "clear-completed",
+    "restore",
+    "export",
+    "stats",
     "parse",
     "resolve",
+    "quit",
     "help",
     "version",
 ]
@@ -54,7 +59,14 @@ class WrongUsage(CommandTest):
             ["undone", "-1"],
             ["edit", "1", "--unparsed", "text"],
             ["delete", "1", "--force"],
+            ["remind", "1", "--cleared"],
+            ["remind", "1", "--clear=yes"],
             ["clear-completed", "--yes"],
+            ["restore", "-1"],
+            ["export", "json", "-p"],
+            ["export", "json", "-p", "file"],
+            ["stats", "--json=yes"],
+            ["quit", "--force"],
             ["parse", "--frobnicate", "x"],
             ["resolve", "--json"],
             ["help", "--frobnicate"],
@@ -92,6 +104,11 @@ class WrongUsage(CommandTest):
             ["edit"],
             ["edit", "1"],
             ["delete"],
+            ["remind"],
+            ["remind", "--clear"],
+            ["remind", "1"],
+            ["export"],
+            ["export", "-o", "file"],
         ):
             with self.subTest(words):
                 self.assert_wrong_usage(*words)
@@ -104,6 +121,11 @@ class WrongUsage(CommandTest):
             ["undone", "1", "2"],
             ["delete", "1", "2"],
             ["clear-completed", "1"],
+            ["remind", "1", "tomorrow", "--clear"],
+            ["restore", "1", "2"],
+            ["export", "json", "file"],
+            ["stats", "today"],
+            ["quit", "now"],
             ["version", "1"],
             ["help", "add", "list"],
         ):
@@ -111,7 +133,13 @@ class WrongUsage(CommandTest):
                 self.assert_wrong_usage(*words)
 
     def test_options_without_their_value(self):
-        for words in (["parse", "--now"], ["parse", "x", "--time-zone"], ["parse", "x", "--locale"]):
+        for words in (
+            ["parse", "--now"],
+            ["parse", "x", "--time-zone"],
+            ["parse", "x", "--locale"],
+            ["export", "json", "-o"],
+            ["export", "json", "--output"],
+        ):
             with self.subTest(words):
                 self.assert_wrong_usage(*words)
 
@@ -122,6 +150,11 @@ class WrongUsage(CommandTest):
 
     def test_json_lines_take_their_texts_from_standard_input_only(self):
         self.assert_wrong_usage("parse", "--jsonl", "some", "text")
+
+    def test_there_are_two_formats_to_export(self):
+        for format in ("xml", "JSON", "mark", "", "json,markdown"):
+            with self.subTest(format):
+                self.assert_wrong_usage("export", "--", format)
 
     def test_help_for_an_unknown_command(self):
         self.assert_wrong_usage("help", "frobnicate")
@@ -139,6 +172,11 @@ class Errors(CommandTest):
                 (["done", "--", word], 1),
                 (["edit", "--", word, "text"], 1),
                 (["delete", "--", "ABCDEF01" + word], 1),
+                (["remind", "--", word, "tomorrow"], 1),
+                (["remind", "1", "--", word], 1),
+                (["restore", "--", word], 1),
+                (["export", "--", word], 2),
+                (["export", "json", "-o", "missing/" + word], 1),
                 (["parse", "--now", word, "text"], 1),
                 (["parse", "--time-zone", word, "text"], 1),
             ):
@@ -152,6 +190,9 @@ class Errors(CommandTest):
             (["list", b"\xff"], 2),
             (["list", b"--\xff"], 2),
             (["done", b"\xff"], 1),
+            (["restore", b"\xff"], 1),
+            (["export", b"\xff"], 2),
+            (["export", "json", "-o", b"missing/\xff"], 1),
             (["parse", "--time-zone", b"\xff", "x"], 1),
         ):
             with self.subTest(words):
@@ -170,7 +211,20 @@ class Errors(CommandTest):
             self.assert_refused(self.quillo("add", "x", environment={"QUILLO_DATA_DIR": str(folder)}), 1)
 
     def test_done_is_0(self):
-        for words in (["add", "x"], ["list"], ["done", "1"], ["undone", "1"], ["edit", "1", "y"], ["delete", "1"]):
+        for words in (
+            ["add", "x"],
+            ["list"],
+            ["done", "1"],
+            ["undone", "1"],
+            ["edit", "1", "y"],
+            ["remind", "1", "tomorrow"],
+            ["remind", "1", "--clear"],
+            ["stats"],
+            ["delete", "1"],
+            ["restore"],
+            ["restore", "1"],
+            ["export", "json"],
+        ):
             self.done(*words)
 
 
@@ -213,7 +267,7 @@ class Help(CommandTest):
                 # Where it takes a value, "--help" is that value, and something else is missing.
                 self.assertNotIn("unknown option", answer.errors, (command, option))
                 checked += 1
-        self.assertGreaterEqual(checked, 8)
+        self.assertGreaterEqual(checked, 10)
 
     def test_needs_no_home(self):
         self.done("help", environment={"HOME": None, "QUILLO_DATA_DIR": None, "TZ": "Nonsense", "LC_ALL": "xx"})

@@ -1,7 +1,6 @@
 """Where the list is kept, in what form, and what happens when the disk or another program does not play along."""
 
 import concurrent.futures
-import ctypes
 import fcntl
 import json
 import os
@@ -25,6 +24,7 @@ from quillo_command import (
     stored_task,
     without_desktop_program,
 )
+from small_disk import fill, mount_small_disk, needs_small_disk
 
 KEPT_BACKUPS = 10
 COMPANIONS = {"preferences.sqlite-wal", "preferences.sqlite-shm"}
@@ -97,7 +97,15 @@ class DataFolder(CommandTest):
         self.assertEqual(mode(self.quillo.database), 0o600)
 
     def test_only_looking_makes_nothing(self):
-        for words in (["list"], ["list", "--all", "--json"], ["list", "--done"]):
+        for words in (
+            ["list"],
+            ["list", "--all", "--json"],
+            ["list", "--done"],
+            ["export", "markdown"],
+            ["stats"],
+            ["restore"],
+            ["quit"],
+        ):
             self.done(*words)
         self.assertEqual(list(self.folder.iterdir()), [])
 
@@ -223,7 +231,15 @@ class StoredForm(CommandTest):
 
 
 class Locked(CommandTest):
-    CHANGES = (["add", "x"], ["done", "1"], ["edit", "1", "x"], ["delete", "1"], ["clear-completed"])
+    CHANGES = (
+        ["add", "x"],
+        ["done", "1"],
+        ["edit", "1", "x"],
+        ["delete", "1"],
+        ["clear-completed"],
+        ["remind", "1", "tomorrow"],
+        ["restore", "1"],
+    )
 
     def setUp(self):
         super().setUp()
@@ -524,7 +540,17 @@ class Damaged(CommandTest):
 
     def assert_left_alone(self):
         before = self.quillo.files()
-        for words in (["list"], ["add", "x"], ["done", "1"], ["delete", "1"], ["clear-completed"]):
+        for words in (
+            ["list"],
+            ["add", "x"],
+            ["done", "1"],
+            ["delete", "1"],
+            ["clear-completed"],
+            ["remind", "1", "tomorrow"],
+            ["restore", "1"],
+            ["export", "json"],
+            ["stats"],
+        ):
             with self.subTest(words):
                 self.assert_refused(self.quillo(*words), 1)
                 self.assertEqual(self.quillo.files(), before)
@@ -612,15 +638,15 @@ class FullDisk(CommandTest):
         self.done("add", "afterwards")
         self.assertEqual(self.quillo.titles(), ["afterwards", *titles])
 
-    @unittest.skipIf(os.geteuid() != 0, "only root can mount a small disk")
+    @needs_small_disk
     def test_a_disk_without_room(self):
-        self.mount_small_disk()
+        mount_small_disk(self, self.quillo.folder)
         self.done("add", "task")
         before = self.quillo.preferences()
         filler = self.quillo.folder / "filler"
         for room in (0, 4096, 8192, 20_000, 40_000):
             with self.subTest(room=room):
-                self.fill(filler, room)
+                fill(filler, room)
                 for words in (["add", "x" * 30_000], ["edit", "1", "x" * 30_000]):
                     answer = self.quillo(*words)
                     self.assert_refused(answer, 1)
@@ -631,24 +657,24 @@ class FullDisk(CommandTest):
         self.done("add", "afterwards")
         self.assertEqual(self.quillo.titles(), ["afterwards", "task"])
 
-    @unittest.skipIf(os.geteuid() != 0, "only root can mount a small disk")
+    @needs_small_disk
     def test_a_disk_without_room_for_the_first_task(self):
-        self.mount_small_disk()
+        mount_small_disk(self, self.quillo.folder)
         filler = self.quillo.folder / "filler"
-        self.fill(filler, 0)
+        fill(filler, 0)
         self.assert_refused(self.quillo("add", "task"), 1)
         self.assertEqual(self.done("list").output, "")
         filler.unlink()
         self.done("add", "task")
         self.assertEqual(self.quillo.titles(), ["task"])
 
-    @unittest.skipIf(os.geteuid() != 0, "only root can mount a small disk")
+    @needs_small_disk
     def test_without_room_for_a_backup_nothing_is_deleted_unnoticed(self):
-        self.mount_small_disk()
+        mount_small_disk(self, self.quillo.folder)
         self.done("add", "x" * 40_000)
         self.done("add", "task")
         filler = self.quillo.folder / "filler"
-        self.fill(filler, 60_000)
+        fill(filler, 60_000)
         answer = self.quillo("delete", "2")
         if answer.code == 0:
             self.assert_one_line(answer.errors)  # that there is no backup
@@ -659,25 +685,6 @@ class FullDisk(CommandTest):
         for name, content in self.quillo.files().items():
             if name.startswith("backups/"):
                 json.loads(content)
-
-    def mount_small_disk(self):
-        """Makes the data folder a disk of its own that only this process sees, and that goes with it."""
-        clone_new_mounts = 0x20000
-        libc = ctypes.CDLL(None, use_errno=True)
-        if libc.unshare(clone_new_mounts) != 0:
-            self.skipTest("mounts cannot be private here")
-        self.quillo.folder.mkdir()
-        for arguments in (["--make-rprivate", "/"], ["-t", "tmpfs", "-o", "size=400k", "quillo", self.quillo.folder]):
-            if subprocess.run(["mount", *arguments], stderr=subprocess.DEVNULL).returncode != 0:
-                self.skipTest("nothing can be mounted here")
-        self.addCleanup(subprocess.run, ["umount", self.quillo.folder], check=True)
-
-    def fill(self, filler, room):
-        """Fills the disk but for about that many bytes."""
-        filler.unlink(missing_ok=True)
-        free = os.statvfs(self.quillo.folder)
-        with open(filler, "wb", buffering=0) as file:
-            file.write(b"x" * max(0, free.f_bavail * free.f_bsize - room))
 
 
 class BackupFiles(CommandTest):

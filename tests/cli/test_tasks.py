@@ -415,11 +415,13 @@ class Listing(CommandTest):
                     self.done("list", "--all"),
                     self.done("done", "2"),
                     self.done("undone", "2"),
+                    self.done("remind", "2", "--clear"),
                     self.done("edit", "1", "--", "y" + text),
                     self.done("delete", "1"),
                     self.done("clear-completed"),
+                    self.done("restore"),
                 ]
-                self.assertEqual([len(answer.lines) for answer in answers], [1, 3, 1, 1, 1, 1, 1])
+                self.assertEqual([len(answer.lines) for answer in answers[:-1]], [1, 3, 1, 1, 1, 1, 1, 1])
                 for answer in answers:
                     self.assert_fit_for_terminals(answer.output)
                 self.assertEqual(self.quillo.titles(), [text])
@@ -581,7 +583,20 @@ class LocaleAndZone(CommandTest):
 
 
 class WhereOutputCannotGo(CommandTest):
-    COMMANDS = (["add", "more"], ["list"], ["list", "--json"], ["done", "1"], ["parse", "x"], ["help"], ["version"])
+    COMMANDS = (
+        ["add", "more"],
+        ["list"],
+        ["list", "--json"],
+        ["done", "1"],
+        ["remind", "1", "--clear"],
+        ["export", "markdown"],
+        ["export", "json", "-o", "-"],
+        ["stats"],
+        ["stats", "--json"],
+        ["parse", "x"],
+        ["help"],
+        ["version"],
+    )
 
     def setUp(self):
         super().setUp()

@@ -196,8 +196,8 @@ class Installed:
     def test_bash_offers_earlier_lists(self):
         self.keep_lists()
         first, second = self.bash("restore", "")
-        self.assertRegex(" ".join(first), r"^1  .*  1 task$")
-        self.assertRegex(" ".join(second), r"^2  .*  2 tasks$")
+        self.assertRegex(" ".join(first), r"^1  .*  1 task; gone since: One$")
+        self.assertRegex(" ".join(second), r"^2  .*  2 tasks; gone since: Two, One$")
         self.assertEqual(self.bash("restore", "2"), [("2", "")])
         self.assertEqual(self.bash("restore", "1", ""), [])
 
@@ -248,8 +248,8 @@ class Installed:
     def test_fish_offers_earlier_lists(self):
         self.keep_lists()
         first, second = self.fish("quillo restore ")
-        self.assertRegex(" ".join(first), "^1 .*  1 task$")
-        self.assertRegex(" ".join(second), "^2 .*  2 tasks$")
+        self.assertRegex(" ".join(first), "^1 .*  1 task; gone since: One$")
+        self.assertRegex(" ".join(second), "^2 .*  2 tasks; gone since: Two, One$")
         self.assertEqual(self.fish("quillo restore 1 "), [])
 
     @needs("fish")
@@ -300,8 +300,8 @@ class Installed:
     @needs("zsh")
     def test_zsh_offers_earlier_lists(self):
         self.keep_lists()
-        shown = self.zsh("quillo restore ", "\n1  -- ", "\n2  -- ", "2 tasks")
-        self.assertRegex(shown, r"\n1  -- .*  1 task\s")
+        shown = self.zsh("quillo restore ", "\n1  -- ", "\n2  -- ", "2 tasks; gone since: Two, One")
+        self.assertRegex(shown, r"\n1  -- .*  1 task; gone since: One\s")
 
     @needs("zsh")
     def test_zsh_offers_formats_and_files(self):

@@ -148,14 +148,14 @@ class Dunst:
 
 
 class StandIn:
-    """A notification daemon that tells what it is asked, and when."""
+    """A notification daemon that tells what it is asked, and when. Answers take `answer_delay` milliseconds."""
 
-    def __init__(self, bus, *capabilities, answers_after_milliseconds=0):
+    def __init__(self, bus, *capabilities, answer_delay=0):
         self.bus = bus
         self.output = tempfile.TemporaryFile()
         script = pathlib.Path(__file__).with_name("notification_daemon.py")
         self.process = subprocess.Popen(
-            [sys.executable, "-B", script, bus.address, str(answers_after_milliseconds), *capabilities], stdout=self.output
+            [sys.executable, "-B", script, bus.address, str(answer_delay), *capabilities], stdout=self.output
         )
         wait_until(lambda: bus.owner(NOTIFICATIONS[0]) == self.process.pid, "the notification daemon is there")
 
@@ -215,7 +215,7 @@ needs_other_clocks = unittest.skipUnless(
 )
 
 
-def is_quick():
+def is_shipped_build():
     """Whether the program was built as it is shipped: optimised, and without sanitizers."""
     return not is_desktop_sanitized() and os.environ.get("QUILLO_BUILD_TYPE") in ("Release", "RelWithDebInfo")
 
@@ -242,8 +242,8 @@ class ResidentTest(CommandTest):
         self.addCleanup(bus.stop)
         return bus
 
-    def make_stand_in(self, *capabilities, bus=None, answers_after_milliseconds=0):
-        daemon = StandIn(bus or self.bus, *capabilities, answers_after_milliseconds=answers_after_milliseconds)
+    def make_stand_in(self, *capabilities, bus=None, answer_delay=0):
+        daemon = StandIn(bus or self.bus, *capabilities, answer_delay=answer_delay)
         self.addCleanup(daemon.stop)
         return daemon
 

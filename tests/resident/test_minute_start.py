@@ -9,7 +9,7 @@ from session import Clock, Dunst, ResidentTest, can_have_other_clocks
 
 MARKUP = '<b>bold</b> <a href="x">link</a> &amp; "quoted" 100% \\n'
 # What has to be done before the minute starts takes less than this.
-PREPARATION_SECONDS = 10
+PREPARATION_SECONDS = 15
 
 
 class AtAMinuteStart(ResidentTest):

@@ -61,7 +61,7 @@ class Missed(ResidentTest):
 
     def test_one_that_is_being_shown_at_the_end_is_not_shown_again(self):
         self.daemon.stop()
-        self.daemon = self.make_stand_in("body", answers_after_milliseconds=300)
+        self.daemon = self.make_stand_in("body", answer_delay=300)
         (title,) = self.add_missed(1)
         program = self.start()
         self.daemon.wait_for(title)

@@ -99,6 +99,17 @@ class Quitting(ResidentTest):
         self.done("quit")
         self.assertEqual(self.quillo.titles(), ["task"])
 
+    def test_one_that_starts_right_after_the_command_takes_over(self):
+        program = self.start()
+        for number in range(20):
+            self.add(f"task {number}")
+            self.done("quit")
+            following = self.start()
+            self.assertEqual((program.wait(), program.errors), (0, ""))
+            self.assertFalse(following.has_ended())
+            program = following
+        self.assert_ends_well(program)
+
     def test_signals_end_it(self):
         for name in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
             with self.subTest(name.name):

@@ -84,10 +84,11 @@ std::string row(std::string_view label, std::string_view value) {
     return line + '\n';
 }
 
-std::string recordRow(std::string_view label, const SpeedRecord& record) {
+std::string recordRow(std::string_view label, const SpeedRecord& record, const Terminal& terminal) {
     std::string line = row(label, durationText(record.durationSeconds));
     line.pop_back();
-    return line + "  " + onOneLine(record.title) + '\n';
+    line += "  " + onOneLine(record.title);
+    return (terminal.columns > 0 ? fitted(line, terminal.columns) : line) + '\n';
 }
 
 std::string forPeople(const StatisticsSummary& summary, const Terminal& terminal) {
@@ -102,7 +103,8 @@ std::string forPeople(const StatisticsSummary& summary, const Terminal& terminal
     text += row("Avg time", summary.averageSeconds ? durationText(*summary.averageSeconds) : "-");
     text.append("\n").append(summary.rank).append("\n").append(summary.progress).append("\n\n");
     if (summary.fastest && summary.slowest)
-        text += recordRow("Fastest", *summary.fastest) + recordRow("Slowest", *summary.slowest);
+        text += recordRow("Fastest", *summary.fastest, terminal) +
+                recordRow("Slowest", *summary.slowest, terminal);
     else
         text += "No completions yet\nComplete a few tasks to set a record\n";
     text += "\nAwards\n";
