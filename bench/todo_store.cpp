@@ -54,7 +54,8 @@ class Resident {
 public:
     explicit Resident(std::size_t count)
         : items_(makeItems(count)), preferences_(Data(*encodeStoredItems(items_))) {
-        alignReminders(services_.reminderBook(), remindedTasks(store().items()), calendar_, clock_.now());
+        alignReminders(services_.reminderBook(), remindedTasks(store().items().itemsWithNotification()),
+                       calendar_, clock_.now());
     }
 
     static std::vector<TodoItem> makeItems(std::size_t count) {

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdio>
 
 extern "C" {
 
@@ -42,10 +43,13 @@ static_assert(sizeof(EmptyPackage) == 36);
 
 namespace {
 
-const UErrorCode found = [] {
+/// Before main(): no static object may use ICU.
+const bool found = [] {
     UErrorCode status = U_ZERO_ERROR;
     udata_setCommonData(static_cast<const char*>(QUILLO_ICU_DATA_SHARED), &status);
-    return status;
+    if (U_FAILURE(status))
+        std::fprintf(stderr, "quillo: ICU does not take its data: %s\n", u_errorName(status));
+    return U_SUCCESS(status);
 }();
 
 } // namespace

@@ -15,7 +15,7 @@ namespace {
 
 /// What could not be written stays in memory, unlike where a command works by itself.
 control::Answer notWritten(const Error& error) {
-    return Error{error.message + "; the running Quillo keeps the change and tries again"};
+    return Error{error.message + "; the running Quillo keeps the change and tries again with the next one"};
 }
 
 } // namespace
@@ -82,10 +82,10 @@ void AppServices::serve(const control::Request& request, const ControlServer::Re
 }
 
 void AppServices::stop(const std::function<void()>& done) {
-    services_.addTask().addWaiting();
     desktopNotifications_.stop();
     if (server_)
         server_->stop();
+    services_.addTask().addWaiting(); // Also what the server has just handed over.
     if (!busy()) {
         done();
         return;
@@ -97,11 +97,13 @@ void AppServices::stop(const std::function<void()>& done) {
     if (server_)
         idle_.push_back(server_->idle.connect(settle));
     idle_.push_back(desktopNotifications_.idle.connect(settle));
-    QTimer::singleShot(control::patience, [this, done] {
+    QObject::connect(&giveUp_, &QTimer::timeout, [this, done] {
         log("what is still not answered is given up");
         idle_.clear();
         done();
     });
+    giveUp_.setSingleShot(true);
+    giveUp_.start(control::patience);
 }
 
 /// Whether commands are still to be answered, or a notification may be shown without being noted as such.

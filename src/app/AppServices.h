@@ -69,6 +69,7 @@ private:
     Connection aligned_;
     Connection zoneChanged_;
     std::vector<Connection> idle_;
+    QTimer giveUp_;
 };
 
 } // namespace quillo

@@ -63,6 +63,9 @@ void Application::begin(PreferencesLock lock) {
     case SessionBusName::Outcome::OwnedByAnother:
         log("another Quillo, with another folder, has the name on the session bus");
         break;
+    case SessionBusName::Outcome::Refused:
+        log("the session bus does not give us our name");
+        break;
     case SessionBusName::Outcome::NoBus:
         log("there is no session bus: no notifications are shown");
         break;

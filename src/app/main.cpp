@@ -6,6 +6,7 @@
 #include <malloc.h>
 
 #include <QCoreApplication>
+#include <csignal>
 #include <cstdio>
 #include <string_view>
 
@@ -50,6 +51,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     giveMemoryBack();
+    std::signal(SIGPIPE, SIG_IGN); // Nobody may be reading our log any more.
     quillo::TerminationSignals::block();
     const QCoreApplication loop(argc, argv);
     quillo::Application application(*folder);

@@ -6,7 +6,8 @@
 
 namespace quillo {
 
-/// A member of whoever waits for answers; declared last, so that it goes first. Belongs to one thread.
+/// A member of whoever waits for answers; declared behind what callbacks use, so that it goes first. Belongs
+/// to one thread: callbacks may travel through others, but are called on it.
 class CallbackScope {
 public:
     CallbackScope() = default;

@@ -55,8 +55,10 @@ control::Answer Session::answer(const control::Request& request) {
     std::optional<control::Answer> answer;
     services_.commands().answer(request, [&](const control::Answer& given) { answer = given; });
     while (!answer) { // It waits for the disk.
-        if (const Outcome saved = services_.drain(); !saved)
+        if (const Outcome saved = services_.drain(); !saved) {
+            preferences_->discard();
             return saved.error();
+        }
         mainExecutor_.run();
     }
     if (*answer) {

@@ -6,6 +6,7 @@
 #include <rapidjson/writer.h>
 #include <simdjson.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -24,7 +25,11 @@ std::string errorLine(const Error& error) {
     rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
     writer.StartObject();
     writer.Key("error");
-    writer.String(error.message.data(), static_cast<rapidjson::SizeType>(error.message.size()));
+    std::string message = error.message;
+    if (!simdjson::validate_utf8(message)) // A folder's name may be anything.
+        std::replace_if(
+            message.begin(), message.end(), [](char c) { return (c & 0x80) != 0; }, '?');
+    writer.String(message.data(), static_cast<rapidjson::SizeType>(message.size()));
     writer.EndObject();
     return std::string(buffer.GetString(), buffer.GetSize()) + '\n';
 }

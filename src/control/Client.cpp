@@ -21,7 +21,8 @@ using Clock = std::chrono::steady_clock;
 /// As many bytes as the largest list has, and some for what stands around it.
 constexpr std::size_t longestAnswer = largestStoredList + (std::size_t{64} << 20);
 
-const Error tooSlow{"the running Quillo does not answer"};
+const Error unreachable{"the running Quillo does not answer"};
+const Error tooSlow{"the running Quillo does not answer; see the list for whether it was done"};
 const Error goneAway{"the running Quillo stopped before it answered; see the list for whether it was done"};
 
 class Socket {
@@ -69,21 +70,25 @@ Connected connectTo(const Socket& socket, const std::filesystem::path& path, Clo
     }
 }
 
-std::optional<Error> sendAll(const Socket& socket, std::string_view bytes, Clock::time_point deadline) {
+enum class Sent { Yes, NotTaken, NotInTime };
+
+Sent sendAll(const Socket& socket, std::string_view bytes, Clock::time_point deadline) {
     while (!bytes.empty()) {
         const ssize_t sent = send(socket.descriptor(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
         if (sent >= 0)
             bytes.remove_prefix(static_cast<std::size_t>(sent));
         else if (errno == EAGAIN) {
             if (!socket.waitFor(POLLOUT, deadline))
-                return tooSlow;
+                return Sent::NotInTime;
         } else if (errno != EINTR)
-            return goneAway;
+            return Sent::NotTaken;
     }
-    return std::nullopt;
+    return Sent::Yes;
 }
 
-Result<std::string> receiveLine(const Socket& socket, Clock::time_point deadline) {
+/// The answer's line; absent if the request was not taken: a connection that is closed with bytes nobody has
+/// read is reset, and nothing is done before a request is read to its end.
+std::optional<Result<std::string>> receiveLine(const Socket& socket, Clock::time_point deadline) {
     std::string line;
     std::array<char, 65536> buffer;
     while (line.size() <= longestAnswer) {
@@ -95,6 +100,8 @@ Result<std::string> receiveLine(const Socket& socket, Clock::time_point deadline
         } else if (count < 0 && errno == EAGAIN) {
             if (!socket.waitFor(POLLIN, deadline))
                 return tooSlow;
+        } else if (count < 0 && errno == ECONNRESET) {
+            return std::nullopt;
         } else if (count == 0 || errno != EINTR) {
             return goneAway;
         }
@@ -115,14 +122,22 @@ std::optional<Answer> ask(const std::filesystem::path& dataFolder, const Request
     case Connected::NobodyListens:
         return std::nullopt;
     case Connected::NotInTime:
-        return tooSlow;
+        return unreachable;
     case Connected::Yes:
         break;
     }
-    if (const std::optional<Error> error = sendAll(socket, encode(request), deadline))
-        return *error;
-    const Result<std::string> line = receiveLine(socket, deadline);
-    return line ? decodeAnswer(*line) : Answer(line.error());
+    switch (sendAll(socket, encode(request), deadline)) {
+    case Sent::NotTaken:
+        return std::nullopt;
+    case Sent::NotInTime:
+        return unreachable;
+    case Sent::Yes:
+        break;
+    }
+    const std::optional<Result<std::string>> line = receiveLine(socket, deadline);
+    if (!line)
+        return std::nullopt;
+    return *line ? decodeAnswer(**line) : Answer(line->error());
 }
 
 bool isServed(const std::filesystem::path& dataFolder) {

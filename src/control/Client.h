@@ -14,8 +14,8 @@ namespace quillo::control {
 inline constexpr std::chrono::seconds patience{10};
 
 /// The answer of the program that holds the list of that folder, once what it changed is on disk; absent if
-/// there is none that listens. Waits. An error if it does not answer in time or goes away before it has: then
-/// the command may have been done or not.
+/// there is none that listens, or it ends without having taken the request. Waits. An error if it does not
+/// answer in time or goes away before it has: then the command may have been done or not.
 std::optional<Answer> ask(const std::filesystem::path& dataFolder, const Request& request,
                           std::chrono::milliseconds limit = patience);
 

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string>
+#include <system_error>
 
 namespace quillo::control {
 
@@ -26,14 +28,17 @@ std::uint64_t hash(const std::string& text) {
 } // namespace
 
 std::optional<std::filesystem::path> socketPath(const std::filesystem::path& dataFolder) {
-    if (const auto path = dataFolder / "control.sock"; fits(path))
+    // Both programs must come to the same name, however the folder was named to them.
+    std::error_code unreachable;
+    const std::filesystem::path real = std::filesystem::weakly_canonical(dataFolder / "", unreachable);
+    const std::filesystem::path& folder = unreachable ? dataFolder : real;
+    if (const auto path = folder / "control.sock"; fits(path))
         return path;
     const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
     if (runtime == nullptr || *runtime != '/')
         return std::nullopt;
     const auto path =
-        std::filesystem::path(runtime) /
-        ("quillo-" + std::to_string(hash((dataFolder / "").lexically_normal().native())) + ".sock");
+        std::filesystem::path(runtime) / ("quillo-" + std::to_string(hash((folder / "").native())) + ".sock");
     return fits(path) ? std::optional(path) : std::nullopt;
 }
 

@@ -4,26 +4,37 @@
 
 namespace quillo {
 
+namespace {
+
+constexpr int mostAttempts = 5;
+
+} // namespace
+
 ReminderAlignment::ReminderAlignment(const ReminderAlignmentDependencies& dependencies)
-    : with_(dependencies) {
-    accepted_ = with_.store.observeAcceptedList([this] { start(); });
+    : with_(dependencies), changed_(with_.store.observeList([this](const ListChange&) { ++changes_; })),
+      accepted_(with_.store.observeAcceptedList([this] { start(); })) {
     start();
 }
 
 void ReminderAlignment::start() {
-    queue_.post([list = with_.store.items(), stamp = with_.store.lastLocalStamp().get(),
-                 &mainExecutor = with_.mainExecutor,
-                 then = scope_.guard([this](const RemindedTasks& tasks, double at) { finish(tasks, at); })] {
-        mainExecutor.post([tasks = remindedTasks(list), stamp, then]() mutable { then(tasks, stamp); });
+    queue_.post([list = with_.store.items(), changes = changes_, &mainExecutor = with_.mainExecutor,
+                 then = scope_.guard(
+                     [this](const RemindedTasks& tasks, std::uint64_t before) { finish(tasks, before); })] {
+        mainExecutor.post([tasks = remindedTasks(list.itemsWithNotification()), changes, then]() mutable {
+            then(tasks, changes);
+        });
     });
 }
 
-void ReminderAlignment::finish(const RemindedTasks& tasks, double stamp) {
-    if (with_.store.lastLocalStamp().get() != stamp) {
+void ReminderAlignment::finish(const RemindedTasks& tasks, std::uint64_t changesBefore) {
+    const bool current = changes_ == changesBefore;
+    if (!current && ++attempts_ < mostAttempts) {
         start();
         return;
     }
-    alignReminders(with_.book, tasks, with_.calendar, with_.clock.now());
+    attempts_ = 0;
+    alignReminders(with_.book, current ? tasks : remindedTasks(with_.store.items().itemsWithNotification()),
+                   with_.calendar, with_.clock.now());
     aligned.emit();
 }
 

@@ -11,6 +11,8 @@
 #include "store/TodoStore.h"
 #include "unicode/CivilCalendar.h"
 
+#include <cstdint>
+
 namespace quillo {
 
 /// What a ReminderAlignment works with; all of it outlives it.
@@ -24,7 +26,7 @@ struct ReminderAlignmentDependencies {
 
 /// From its making on, and after each list from another machine. Looking through a long list for tasks that
 /// are to be reminded of takes a while, so that is done in the background; if the list changes meanwhile it
-/// is done again. Belongs to the main thread.
+/// is done again, and if it keeps changing, on the main thread, to which this belongs.
 class ReminderAlignment {
 public:
     explicit ReminderAlignment(const ReminderAlignmentDependencies& dependencies);
@@ -34,9 +36,12 @@ public:
 
 private:
     void start();
-    void finish(const RemindedTasks& tasks, double stamp);
+    void finish(const RemindedTasks& tasks, std::uint64_t changesBefore);
 
     const ReminderAlignmentDependencies with_;
+    std::uint64_t changes_ = 0; ///< of the list
+    int attempts_ = 0;
+    Connection changed_;
     Connection accepted_;
     CallbackScope scope_;
     SerialQueue queue_{"Quillo.Reminders"};

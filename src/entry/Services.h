@@ -66,8 +66,8 @@ private:
     ReminderBook reminderBook_;
     NotificationManager notificationManager_;
     ReviewPromptService reviewPrompts_;
-    std::optional<StatsStore> statsStore_;
     TodoStore todoStore_;
+    std::optional<StatsStore> statsStore_; ///< after the list, to which its queue hands on (whenSaved)
     AddTask addTask_;
     SetReminder setReminder_;
     TaskCommands commands_;

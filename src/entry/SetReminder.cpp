@@ -11,7 +11,7 @@ void SetReminder::set(const Uuid& task, std::optional<Instant> dueDate) {
     if (item->notificationID)
         center_.removePending(*item->notificationID);
     item->dueDate = dueDate;
-    if (!dueDate)
+    if (!dueDate || item->isDone)
         item->notificationID.reset();
     store_.update(*item);
     schedule(task);

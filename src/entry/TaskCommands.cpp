@@ -100,18 +100,14 @@ Result<NumberedItem> TaskCommands::find(std::string_view task) const {
     const std::optional<std::string> prefix = hexDigits(task);
     if (!prefix || prefix->size() < shortestPrefix)
         return Error{(task.empty() ? "no task \"\"" : "no task " + std::string(task)) + lengthOf(items)};
-    std::optional<std::size_t> found;
-    for (std::size_t index = 0; index < items.size(); ++index) {
-        if (!hexDigits(items[index].id.toString())->starts_with(*prefix))
-            continue;
-        if (found && items[*found].id != items[index].id)
-            return Error{"several tasks have an identifier that begins with " + std::string(task)};
-        if (!found)
-            found = index;
-    }
-    if (!found)
+    const std::vector<std::size_t> found = items.indexesOf(*prefix);
+    if (found.empty())
         return Error{"no task has an identifier that begins with " + std::string(task)};
-    return numbered(*found);
+    for (const std::size_t index : found) {
+        if (items[index].id != items[found.front()].id)
+            return Error{"several tasks have an identifier that begins with " + std::string(task)};
+    }
+    return numbered(found.front());
 }
 
 Answer TaskCommands::apply(const control::Add& add, const Place& place) {
@@ -141,8 +137,11 @@ Answer TaskCommands::apply(const control::Edit& edit) {
     if (found->item.title != title) {
         found->item.title = std::move(title);
         with_.store.update(found->item);
+        // The reminder that is still to come says what the task is called.
+        if (found->item.notificationID && found->item.dueDate && with_.clock.now() < *found->item.dueDate)
+            with_.setReminder.set(found->item.id, found->item.dueDate);
     }
-    return about(std::move(*found));
+    return about(numbered(found->number - 1));
 }
 
 Answer TaskCommands::apply(const control::Delete& remove) {

@@ -35,12 +35,11 @@ Error socketError(const std::filesystem::path& path) {
 
 } // namespace
 
-/// One command: its request comes in, its answer goes out. Lives until the last of those who hold it is done:
-/// the server and the reply.
+/// One command: its request comes in, its answer goes out. The server's alone: who answers holds it weakly.
 class ControlServer::Connection : public std::enable_shared_from_this<Connection> {
 public:
     Connection(int descriptor, ControlServer& server)
-        : descriptor_(descriptor), server_(&server), readable_(descriptor, QSocketNotifier::Read),
+        : descriptor_(descriptor), server_(server), readable_(descriptor, QSocketNotifier::Read),
           writable_(descriptor, QSocketNotifier::Write) {
         writable_.setEnabled(false);
         QObject::connect(&readable_, &QSocketNotifier::activated, [this] { read(); });
@@ -62,8 +61,9 @@ public:
         for (;;) {
             const ssize_t count = recv(descriptor_, buffer.data(), buffer.size(), 0);
             if (count > 0) {
-                received_.append(buffer.data(), static_cast<std::size_t>(count));
-                if (received_.back() == '\n')
+                const std::string_view arrived(buffer.data(), static_cast<std::size_t>(count));
+                received_.append(arrived);
+                if (arrived.find('\n') != std::string_view::npos)
                     return handle();
                 if (received_.size() > control::longestRequest)
                     return answer(Error{"the request is too long"});
@@ -71,7 +71,7 @@ public:
                 continue;
             } else if (count < 0 && errno == EAGAIN) {
                 return;
-            } else {
+            } else { // Half a line may be half of what was meant: nothing is done.
                 return close();
             }
         }
@@ -84,11 +84,8 @@ public:
         readable_.setEnabled(false);
         writable_.setEnabled(false);
         deadline_.stop();
-        if (ControlServer* server = std::exchange(server_, nullptr))
-            server->remove(this);
+        server_.remove(this);
     }
-
-    void orphan() { server_ = nullptr; }
 
 private:
     void handle() {
@@ -98,13 +95,13 @@ private:
         const Result<control::Request> request = control::decodeRequest(received_);
         if (!request)
             return answer(request.error());
-        server_->handler_(*request,
-                          [self = shared_from_this()](const control::Answer& given) { self->answer(given); });
+        server_.handler_(*request, [weak = weak_from_this()](const control::Answer& given) {
+            if (const auto self = weak.lock())
+                self->answer(given);
+        });
     }
 
     void answer(const control::Answer& given) {
-        if (server_ == nullptr)
-            return;
         handedOver_ = true;
         readable_.setEnabled(false);
         toSend_ = control::encode(given);
@@ -127,7 +124,7 @@ private:
     }
 
     const int descriptor_;
-    ControlServer* server_;
+    ControlServer& server_;
     QSocketNotifier readable_;
     QSocketNotifier writable_;
     QTimer deadline_;
@@ -161,8 +158,6 @@ ControlServer::ControlServer(int descriptor, std::filesystem::path path, Handler
     : descriptor_(descriptor), path_(std::move(path)), handler_(std::move(handler)) {}
 
 ControlServer::~ControlServer() {
-    for (const auto& connection : connections_)
-        connection->orphan();
     if (acceptable_)
         unlink(path_.c_str());
     acceptable_.reset();
@@ -195,6 +190,13 @@ void ControlServer::accept() {
         const int descriptor = accept4(descriptor_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
         if (descriptor < 0 && errno == EINTR)
             continue;
+        if (descriptor < 0 && errno != EAGAIN && acceptable_) {
+            // Out of descriptors or memory. The connection still waits; asking for it at once would never
+            // end.
+            acceptable_->setEnabled(false);
+            QTimer::singleShot(std::chrono::seconds(1), acceptable_.get(), [this] { followLimit(); });
+            return;
+        }
         if (descriptor < 0)
             break;
         if (isOurUser(descriptor))

@@ -1,15 +1,18 @@
 #include "linux/SessionBusName.h"
 
+#include "base/Product.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusReply>
+#include <utility>
 
 namespace quillo {
 
 namespace {
 
-const QString name = QStringLiteral("org.quillo.Quillo");
+const QString name = QString::fromLatin1(product::desktopFile);
 const QString path = QStringLiteral("/org/quillo/Quillo");
 const QString interface = QStringLiteral("org.freedesktop.Application");
 
@@ -23,26 +26,36 @@ SessionBusName::Outcome SessionBusName::acquire() {
     bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
     const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
         bus.interface()->registerService(name);
-    if (!reply.isValid() || reply.value() != QDBusConnectionInterface::ServiceRegistered) {
+    owned_ = reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
+    if (!owned_)
         bus.unregisterObject(path);
-        return reply.isValid() ? Outcome::OwnedByAnother : Outcome::NoBus;
-    }
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                 SLOT(disconnected()));
-    return Outcome::Owned;
+    if (!reply.isValid())
+        return Outcome::Refused;
+    return owned_ ? Outcome::Owned : Outcome::OwnedByAnother;
 }
 
 void SessionBusName::release() {
+    if (!std::exchange(owned_, false))
+        return;
     QDBusConnection bus = QDBusConnection::sessionBus();
     bus.unregisterObject(path);
-    bus.unregisterService(name);
+    const QString daemon = QStringLiteral("org.freedesktop.DBus");
+    QDBusMessage release = QDBusMessage::createMethodCall(daemon, QStringLiteral("/org/freedesktop/DBus"),
+                                                          daemon, QStringLiteral("ReleaseName"));
+    release << name;
+    bus.send(release); // Does not wait for a bus that may hang.
 }
 
 void SessionBusName::activateOwner() {
+    constexpr int patienceMilliseconds = 2000;
     QDBusMessage activate = QDBusMessage::createMethodCall(name, path, interface, QStringLiteral("Activate"));
     activate << QVariantMap();
-    QDBusConnection::sessionBus().call(activate);
+    // Where nobody has the name, the bus would start us, and wait for us while we wait for it.
+    activate.setAutoStartService(false);
+    QDBusConnection::sessionBus().call(activate, QDBus::Block, patienceMilliseconds);
 }
 
 void SessionBusName::Activate(const QVariantMap&) {

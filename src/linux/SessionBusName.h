@@ -19,15 +19,17 @@ class SessionBusName final : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    enum class Outcome { Owned, OwnedByAnother, NoBus };
+    enum class Outcome { Owned, OwnedByAnother, Refused, NoBus };
 
-    /// Asks for the name. The one wait for the bus that there is: two rounds, at start.
+    /// Asks for the name; waits for the bus's answer, at start. Follows the bus from then on, whoever has the
+    /// name.
     Outcome acquire();
 
-    /// Gives the name back, so that who asks for it starts the program anew.
+    /// Gives the name back, if it is ours, so that who asks for it starts the program anew. Does not wait.
     void release();
 
-    /// Asks whoever owns the name to come up.
+    /// Asks whoever owns the name, if anybody does, to come up. Waits for a moment: for a program that then
+    /// ends.
     static void activateOwner();
 
     Signal<> activated;                         ///< asked to come up
@@ -41,6 +43,9 @@ public Q_SLOTS:
 
 private Q_SLOTS:
     void disconnected();
+
+private:
+    bool owned_ = false;
 };
 
 } // namespace quillo

@@ -12,8 +12,13 @@ namespace {
 sigset_t terminating() {
     sigset_t set;
     sigemptyset(&set);
-    for (const int number : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&set, number);
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        // What whoever started us has had ignored (nohup) stays ignored; a blocked signal would be queued all
+        // the same.
+        struct sigaction action {};
+        if (sigaction(number, nullptr, &action) == 0 && action.sa_handler != SIG_IGN)
+            sigaddset(&set, number);
+    }
     return set;
 }
 
@@ -25,7 +30,6 @@ void TerminationSignals::block() {
 }
 
 TerminationSignals::TerminationSignals() {
-    block();
     const sigset_t set = terminating();
     descriptor_ = signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC);
     readable_ = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);

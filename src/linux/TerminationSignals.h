@@ -8,8 +8,9 @@
 
 namespace quillo {
 
-/// SIGTERM, SIGINT and SIGHUP, told from the event loop instead of in the middle of anything. One a process;
-/// from its making on these signals end nothing by themselves.
+/// SIGTERM, SIGINT and SIGHUP, as far as they are not ignored anyway, told from the event loop instead of in
+/// the middle of anything. One a process, after block(); from then on these signals end nothing by
+/// themselves.
 class TerminationSignals {
 public:
     TerminationSignals();

@@ -15,11 +15,12 @@
 namespace quillo {
 
 TimeZoneWatch::TimeZoneWatch() : descriptor_(-1) {
-    if (const char* zone = std::getenv("TZ"); zone != nullptr && *zone != '\0')
+    if (std::getenv("TZ") != nullptr)
         return;
     descriptor_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     // The folder: the link is replaced by another, which a watch of the file it leads to would not notice.
-    if (inotify_add_watch(descriptor_, "/etc", IN_CREATE | IN_MOVED_TO | IN_CLOSE_WRITE) < 0) {
+    if (descriptor_ < 0 ||
+        inotify_add_watch(descriptor_, "/etc", IN_CREATE | IN_MOVED_TO | IN_CLOSE_WRITE) < 0) {
         log(std::string("a change of the time zone will not be noticed: ") + std::strerror(errno));
         return;
     }

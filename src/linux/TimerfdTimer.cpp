@@ -53,7 +53,12 @@ TimerfdTimer::~TimerfdTimer() {
 void TimerfdTimer::arm(Instant at) {
     itimerspec setting{};
     setting.it_value = toTimespec(at);
-    timerfd_settime(descriptor_, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &setting, nullptr);
+    // The clock may have been set since the last look; the timer is armed all the same, and nobody else will
+    // tell.
+    if (timerfd_settime(descriptor_, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &setting, nullptr) != 0 &&
+        errno == ECANCELED)
+        QMetaObject::invokeMethod(
+            readable_.get(), [this] { clockChanged.emit(); }, Qt::QueuedConnection);
 }
 
 void TimerfdTimer::disarm() {

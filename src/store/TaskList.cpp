@@ -14,6 +14,18 @@ namespace {
 /// as much work.
 constexpr std::size_t largestChunk = 256;
 
+bool beginsWith(const Uuid& id, std::string_view digits) {
+    constexpr std::string_view hexDigits = "0123456789ABCDEF";
+    for (std::size_t place = 0; place < digits.size(); ++place) {
+        if (place == 2 * id.bytes.size())
+            return false;
+        const int byte = id.bytes[place / 2];
+        if (hexDigits[static_cast<std::size_t>(place % 2 == 0 ? byte >> 4 : byte & 0x0F)] != digits[place])
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 TaskList::Chunk::Chunk(std::vector<TodoItem> tasks) {
@@ -123,6 +135,38 @@ std::optional<std::size_t> TaskList::indexOf(const Uuid& id) const {
             return table_->starts[position] + static_cast<std::size_t>(found - ids.begin());
     }
     return std::nullopt;
+}
+
+std::vector<std::size_t> TaskList::indexesOf(std::string_view idPrefix) const {
+    std::vector<std::size_t> found;
+    if (!table_)
+        return found;
+    for (std::size_t position = 0; position < table_->chunks.size(); ++position) {
+        const std::vector<Uuid>& ids = table_->chunks[position]->ids();
+        for (std::size_t place = 0; place < ids.size(); ++place) {
+            if (beginsWith(ids[place], idPrefix))
+                found.push_back(table_->starts[position] + place);
+        }
+    }
+    return found;
+}
+
+std::vector<TodoItem> TaskList::itemsWithNotification() const {
+    std::vector<TodoItem> found;
+    if (!table_)
+        return found;
+    for (const ChunkPointer& chunk : table_->chunks) {
+        // A title may hold the same characters; then the chunk is looked at in vain.
+        const auto& encoded = chunk->encoded();
+        if (encoded && encoded->find("\"notificationID\":") == std::string_view::npos)
+            continue;
+        const auto decoded = encoded ? decodeStoredItems("[" + std::string(*encoded) + "]") : chunk->items();
+        for (const TodoItem& item : *decoded) {
+            if (item.notificationID)
+                found.push_back(item);
+        }
+    }
+    return found;
 }
 
 TaskList::Iterator TaskList::begin() const {

@@ -53,6 +53,14 @@ public:
     /// memory.
     std::optional<std::size_t> indexOf(const Uuid& id) const;
 
+    /// The places of all tasks whose ids begin with these hexadecimal digits, in upper case and without
+    /// hyphens.
+    std::vector<std::size_t> indexesOf(std::string_view idPrefix) const;
+
+    /// Copies of the tasks that have a notificationID. Decodes only where one is and keeps nothing: for
+    /// looking through a long list once.
+    std::vector<TodoItem> itemsWithNotification() const;
+
     Iterator begin() const;
     Iterator end() const;
 

@@ -108,7 +108,8 @@ TEST(Client, GivesUpInTime) {
         EXPECT_GE(std::chrono::steady_clock::now() - start, 50ms);
     }
     ASSERT_TRUE(answer && !*answer);
-    EXPECT_EQ(answer->error().message, "the running Quillo does not answer");
+    EXPECT_EQ(answer->error().message,
+              "the running Quillo does not answer; see the list for whether it was done");
 }
 
 TEST(Client, TellsWhenTheOtherGoesAway) {

@@ -209,6 +209,52 @@ TEST(TaskCommands, ClearCompletedAnswersWhatIsGone) {
     EXPECT_EQ(desk.titles(), (std::vector<std::string>{"c", "a"}));
 }
 
+TEST(TaskCommands, RemindSetsTheDateAndBooksTheReminder) {
+    Desk desk;
+    const std::string identifier = "quillo." + desk.commands.add("Call mom")->item.id.toString();
+    const auto task = desk.commands.remind("1", "tomorrow at noon");
+    ASSERT_TRUE(task);
+    EXPECT_EQ(task->item.dueDate, desk.calendar.instant({2025, 3, 5}, {12, 0}));
+    EXPECT_EQ(task->item.notificationID, identifier);
+    EXPECT_NE(desk.services.reminderBook().find(identifier), nullptr);
+
+    const auto cleared = desk.commands.remind("1", "");
+    EXPECT_EQ(cleared->item.dueDate, std::nullopt);
+    EXPECT_EQ(cleared->item.notificationID, std::nullopt);
+    EXPECT_EQ(desk.services.reminderBook().find(identifier), nullptr);
+}
+
+TEST(TaskCommands, RemindOfADoneTaskSetsTheDateOnly) {
+    Desk desk;
+    ASSERT_TRUE(desk.commands.add("Call mom tomorrow"));
+    ASSERT_TRUE(desk.commands.setDone("1", true));
+    const auto task = desk.commands.remind("1", "friday");
+    EXPECT_EQ(task->item.dueDate, desk.calendar.instant({2025, 3, 7}, {9, 0}));
+    EXPECT_EQ(task->item.notificationID, std::nullopt);
+    EXPECT_TRUE(desk.services.reminderBook().reminders().empty());
+}
+
+TEST(TaskCommands, RemindWithoutADateChangesNothing) {
+    Desk desk;
+    ASSERT_TRUE(desk.commands.add("Call mom"));
+    const double before = desk.stamp();
+    desk.clock.advance(10);
+    EXPECT_EQ(desk.commands.remind("1", "as ever").error().message, "there is no date in \"as ever\"");
+    EXPECT_TRUE(desk.commands.remind("1", ""));
+    EXPECT_EQ(desk.stamp(), before);
+}
+
+TEST(TaskCommands, AReminderToComeFollowsTheNewTitle) {
+    Desk desk;
+    const auto added = desk.commands.add("Call mom tomorrow");
+    const auto edited = desk.commands.edit("1", "Call dad");
+    EXPECT_EQ(edited->item.notificationID, added->item.notificationID);
+    EXPECT_EQ(edited->item.dueDate, added->item.dueDate);
+    const BookedReminder* booked = desk.services.reminderBook().find(*added->item.notificationID);
+    ASSERT_NE(booked, nullptr);
+    EXPECT_EQ(booked->request.content.body, "Call dad");
+}
+
 RC_GTEST_PROP(TaskCommands, AnyTextIsKeptOrRefusedAsBlank, (const std::string& text)) {
     Desk desk;
     const auto added = desk.commands.add(text);

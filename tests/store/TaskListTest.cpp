@@ -1,5 +1,6 @@
 #include "store/TaskList.h"
 
+#include "model/TodoItemJson.h"
 #include "support/ArbitraryTodoItem.h"
 #include "support/TodoItemBuilder.h"
 
@@ -7,6 +8,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -164,6 +166,32 @@ RC_GTEST_PROP(TaskList, BehavesLikeAnArray, ()) {
     copies.emplace_back(list, model);
     for (const auto& [copy, expected] : copies)
         RC_ASSERT(contents(copy) == expected);
+}
+
+TEST(TaskList, FindsAllIdsWithABeginning) {
+    std::vector<TodoItem> items = support::numberedTasks(600);
+    const TaskList list(items);
+    EXPECT_EQ(list.indexesOf("").size(), 600u);
+    EXPECT_EQ(list.indexesOf("00000000").size(), 600u);
+    EXPECT_EQ(list.indexesOf("00000000000000000000000000000123"), std::vector<std::size_t>{0x123});
+    EXPECT_EQ(list.indexesOf("0000000000000000000000000000002"),
+              (std::vector<std::size_t>{32, 33, 34, 35, 36, 37, 38, 39, 40, 41, 42, 43, 44, 45, 46, 47}));
+    EXPECT_TRUE(list.indexesOf("1").empty());
+    EXPECT_TRUE(list.indexesOf("000000000000000000000000000001230").empty());
+    EXPECT_TRUE(TaskList().indexesOf("0").empty());
+}
+
+TEST(TaskList, FindsTheTasksThatHaveANotification) {
+    std::vector<TodoItem> items = support::numberedTasks(600);
+    items[3].notificationID = "quillo.3";
+    items[500].notificationID = "";
+    items[599].title = "\"notificationID\":";
+    const std::vector<TodoItem> expected{items[3], items[500]};
+    EXPECT_EQ(TaskList(items).itemsWithNotification(), expected);
+    EXPECT_EQ(TaskList::decode(Data(*encodeStoredItems(items)))->itemsWithNotification(), expected);
+    items[3].createdAt = {std::numeric_limits<double>::infinity()}; // Cannot be encoded.
+    EXPECT_EQ(TaskList(items).itemsWithNotification().size(), 2u);
+    EXPECT_TRUE(TaskList().itemsWithNotification().empty());
 }
 
 } // namespace
