@@ -29,6 +29,7 @@ public:
     static Result<std::unique_ptr<Session>> change(const std::filesystem::path& folder, PreferencesLock lock);
 
     const TaskList& items() { return services_.todoStore().items(); }
+    bool listIsDamaged() { return services_.todoStore().beganDamaged(); }
     StatsStore& statsStore() { return services_.statsStore(); }
 
     /// Does what is asked, and answers when that is on disk.

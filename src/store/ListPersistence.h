@@ -41,6 +41,9 @@ public:
     /// The list in the preferences; an empty one with stamp 0 where there is none or it cannot be decoded.
     StampedList load();
 
+    /// Whether load() found a list that it could not read.
+    bool foundDamaged() const { return damaged_.has_value(); }
+
     /// Writes list and stamp together, to the preferences and, if `toCloud`, to the cloud store; or nothing
     /// anywhere, see lastSave().
     void save(const StampedList& list, bool toCloud);

@@ -7,6 +7,7 @@ namespace quillo {
 TodoStore::TodoStore(const TodoStoreDependencies& dependencies)
     : with_(dependencies), persistence_(with_.preferences, with_.cloud, with_.backups) {
     StampedList stored = persistence_.load();
+    beganDamaged_ = persistence_.foundDamaged();
     items_ = std::move(stored.items);
     lastLocalStamp_.set(stored.stamp);
     recount();

@@ -74,6 +74,9 @@ public:
     /// asks it to synchronize.
     explicit TodoStore(const TodoStoreDependencies& dependencies);
 
+    /// The stored list could not be read: the one in memory began empty.
+    bool beganDamaged() const { return beganDamaged_; }
+
     const TaskList& items() const { return items_; }
     std::optional<std::size_t> indexOf(const Uuid& id) const { return items_.indexOf(id); }
 
@@ -148,6 +151,7 @@ private:
 
     const TodoStoreDependencies with_;
     TaskList items_;
+    bool beganDamaged_ = false;
     Observable<std::int64_t> activeCount_;
     Observable<std::int64_t> doneCount_;
     Observable<double> lastLocalStamp_;

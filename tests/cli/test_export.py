@@ -333,10 +333,17 @@ class Looking(CommandTest):
         self.quillo.folder.chmod(0o500)
         self.assertEqual(self.done("export", "markdown", as_user=True).output, "# Quillo Export\n\n- [ ] task\n")
 
-    def test_a_list_that_cannot_be_read_is_said_to_be_so(self):
+    def test_a_list_that_cannot_be_read_does_not_replace_a_good_document(self):
         self.done("add", "task")
+        target = self.quillo.folder.parent / "tasks.json"
+        self.done("export", "json", "-o", str(target))
+        good = target.read_bytes()
         self.quillo.put(ITEMS, "data", b"[{broken")
-        self.assert_one_line(self.quillo("export", "json").errors)
+        for output in ([], ["-o", str(target)]):
+            answer = self.quillo("export", "json", *output)
+            self.assertEqual((answer.code, answer.output), (1, ""))
+            self.assert_one_line(answer.errors)
+        self.assertEqual(target.read_bytes(), good)
 
 
 if __name__ == "__main__":

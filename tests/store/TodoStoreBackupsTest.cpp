@@ -114,6 +114,7 @@ TEST_F(TodoStoreBackupsTest, RemovesThoughTheBackupFails) {
 TEST_F(TodoStoreBackupsTest, SetsADamagedListAsideBeforeItIsFirstOverwritten) {
     preferences.set(preference_keys::items, Data("[{\"id\":"));
     TodoStore store(dependencies());
+    EXPECT_TRUE(store.beganDamaged());
     EXPECT_TRUE(store.drain());
     EXPECT_TRUE(damaged().empty()) << "nothing was saved yet";
 

@@ -36,6 +36,8 @@ ExitCode exportList(const Arguments& arguments) {
     const auto session = Session::look();
     if (!session)
         return failed(session.error());
+    if ((*session)->listIsDamaged()) // An empty document in the place of a good one would be the worse loss.
+        return failed({"the task list cannot be read, so nothing is exported"});
     const TaskList& items = (*session)->items();
     const unicode::DateFormat dates(unicode::systemTimeZone(), unicode::systemLocale());
     const std::string document =
