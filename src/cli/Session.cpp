@@ -25,10 +25,10 @@ Result<std::unique_ptr<Session>> Session::change(const std::filesystem::path& fo
 
 Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& folder,
                                                std::optional<PreferencesLock> lock) {
-    // The list is read into one buffer, encoded into another and copied once more by SQLite.
+    // The list is read into a buffer, and SQLite holds the pages of the new one.
     std::error_code noFile;
     if (const auto size = std::filesystem::file_size(folder / "preferences.sqlite", noFile); !noFile)
-        readyMemory(size * 7 / 2);
+        readyMemory(size * 5 / 2);
     auto preferences = SqlitePreferences::open(folder, lock ? SqlitePreferences::Access::ReadWrite
                                                             : SqlitePreferences::Access::ReadOnly);
     if (!preferences)

@@ -1,8 +1,9 @@
 /// Typed values under string keys: the common shape of the preferences and of the cloud store.
 #pragma once
 
+#include "ports/Data.h"
+
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,20 +12,6 @@
 #include <vector>
 
 namespace quillo {
-
-/// Bytes that may be large and are therefore shared, never copied.
-class Data {
-public:
-    Data() : bytes_(std::make_shared<const std::string>()) {}
-    explicit Data(std::string bytes) : bytes_(std::make_shared<const std::string>(std::move(bytes))) {}
-
-    const std::string& bytes() const { return *bytes_; }
-
-    friend bool operator==(const Data& left, const Data& right) { return left.bytes() == right.bytes(); }
-
-private:
-    std::shared_ptr<const std::string> bytes_;
-};
 
 /// A stored value. `bool` and `std::int64_t` are different types, as are text (UTF-8) and data.
 using Value = std::variant<Data, std::int64_t, double, bool, std::string>;

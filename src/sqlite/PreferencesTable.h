@@ -34,6 +34,8 @@ namespace preferences_table {
 /// Data of more bytes is large.
 inline constexpr std::size_t largeDataBytes = 64 * 1024;
 
+bool isLarge(const Value& value);
+
 /// Makes the table and marks the file as holding preferences, in one transaction.
 int create(sqlite3* database);
 

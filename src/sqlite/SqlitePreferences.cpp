@@ -19,11 +19,6 @@ namespace {
 using Contents = PreferencesContents;
 using Changes = PreferencesChanges;
 
-bool isLarge(const Value& value) {
-    const auto* data = std::get_if<Data>(&value);
-    return data && data->bytes().size() > preferences_table::largeDataBytes;
-}
-
 /// Why a change can never be written, if it cannot.
 std::optional<Error> refusal(const Change& change) {
     std::size_t bytes = change.key.size();
@@ -31,7 +26,7 @@ std::optional<Error> refusal(const Change& change) {
         if (const auto* number = std::get_if<double>(&*change.value); number && !std::isfinite(*number))
             return Error{"the value for " + change.key + " is no finite number and is not kept"};
         if (const auto* data = std::get_if<Data>(&*change.value))
-            bytes = std::max(bytes, data->bytes().size());
+            bytes = std::max(bytes, data->size());
         if (const auto* text = std::get_if<std::string>(&*change.value))
             bytes = std::max(bytes, text->size());
     }
@@ -277,7 +272,7 @@ void SqlitePreferences::Writer::settle(Changes changes, const std::optional<File
     const std::lock_guard lock(mutex_);
     for (const auto& [key, value] : changes) {
         const auto held = contents_.find(key);
-        if (value && isLarge(*value) && held != contents_.end() && !pending_.contains(key))
+        if (value && preferences_table::isLarge(*value) && held != contents_.end() && !pending_.contains(key))
             held->second = LeftInFile{};
     }
 }

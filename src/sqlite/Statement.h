@@ -36,6 +36,10 @@ public:
             return sqlite3_bind_blob64(statement_, place, bytes.data(), bytes.size(), SQLITE_STATIC);
         });
     }
+    /// Data of as many zeros.
+    void bindZeros(int place, std::size_t size) {
+        note([&] { return sqlite3_bind_zeroblob64(statement_, place, size); });
+    }
     void bind(int place, std::int64_t number) {
         note([&] { return sqlite3_bind_int64(statement_, place, number); });
     }

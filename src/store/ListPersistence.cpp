@@ -46,13 +46,12 @@ void ListPersistence::save(const StampedList& list, bool toCloud) {
 }
 
 Outcome ListPersistence::write(const StampedList& list, bool toCloud) {
-    std::optional<std::string> bytes = list.items.encode();
-    if (!bytes)
+    const std::optional<Data> data = list.items.encode();
+    if (!data)
         return Error{"the task list cannot be written: it is too large, or a time in it is not finite"};
-    const Data data(*std::move(bytes));
-    Outcome kept = keep(data, list.stamp);
+    Outcome kept = keep(*data, list.stamp);
     if (kept && toCloud)
-        upload(data, list.stamp);
+        upload(*data, list.stamp);
     return kept;
 }
 
@@ -78,15 +77,15 @@ void ListPersistence::adopt(const ReceivedList& received) {
 }
 
 void ListPersistence::push(const StampedList& list) {
-    if (std::optional<std::string> bytes = list.items.encode())
-        upload(Data(*std::move(bytes)), list.stamp);
+    if (const std::optional<Data> data = list.items.encode())
+        upload(*data, list.stamp);
 }
 
 void ListPersistence::keepEarlier(const TaskList& earlier) {
     if (!backups_)
         return;
-    if (const auto bytes = earlier.encode())
-        backups_->keepList(*bytes);
+    if (const std::optional<Data> data = earlier.encode())
+        backups_->keepList(data->bytes());
 }
 
 Result<TaskList> ListPersistence::earlier(std::size_t which) const {

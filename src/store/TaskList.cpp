@@ -95,29 +95,23 @@ std::optional<TaskList> TaskList::decode(const Data& stored) {
     return items ? std::optional(TaskList(*std::move(items))) : std::nullopt;
 }
 
-std::optional<std::string> TaskList::encode() const {
-    std::size_t length = 2;
+std::optional<Data> TaskList::encode() const {
+    static constexpr std::string_view comma = ",";
+    Data::Pieces pieces{"["};
     if (table_) {
+        pieces.reserve(2 * table_->chunks.size() + 1);
         for (const ChunkPointer& chunk : table_->chunks) {
             if (!chunk->encoded())
                 return std::nullopt;
-            length += chunk->encoded()->size() + 1;
+            pieces.push_back(*chunk->encoded());
+            pieces.push_back(comma);
         }
+        if (pieces.size() > 1)
+            pieces.pop_back();
     }
-    if (length > largestStoredList)
-        return std::nullopt;
-    std::string array;
-    array.reserve(length);
-    array += '[';
-    if (table_) {
-        for (const ChunkPointer& chunk : table_->chunks) {
-            if (array.size() > 1)
-                array += ',';
-            array += *chunk->encoded();
-        }
-    }
-    array += ']';
-    return array;
+    pieces.push_back("]");
+    Data array(table_, std::move(pieces));
+    return array.size() <= largestStoredList ? std::optional(std::move(array)) : std::nullopt;
 }
 
 const TodoItem& TaskList::operator[](std::size_t index) const {

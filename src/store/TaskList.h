@@ -37,8 +37,8 @@ public:
     static std::optional<TaskList> decode(const Data& stored);
 
     /// The stored form; absent if a task has an instant that is not a finite number, or it would be too
-    /// large.
-    std::optional<std::string> encode() const;
+    /// large. Shares the bytes that the list has already.
+    std::optional<Data> encode() const;
 
     std::size_t size() const { return table_ ? table_->size : 0; }
     bool empty() const { return size() == 0; }

@@ -352,7 +352,7 @@ class InstalledByPackage(Installed, unittest.TestCase):
         self.assertEqual(self.field("Section"), "utils")
         self.assertEqual(self.field("Priority"), "optional")
         self.assertEqual(self.field("Maintainer"), "The Quillo developers <developers@quillo.org>")
-        self.assertRegex(self.field("Depends"), r"\blibicu\d+\b.*\blibsqlite3-0\b")
+        self.assertRegex(self.field("Depends"), r"\blibicu\d+\b.*\blibqt6dbus6\b.*\blibsimdjson\d+\b")
         self.assertRegex(self.field("Description"), r"^small, fast to-do list .*\n Quillo keeps .*\n")
 
     def test_changelog_begins_with_this_version(self):

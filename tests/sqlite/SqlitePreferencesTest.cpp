@@ -78,6 +78,23 @@ TEST(SqlitePreferences, KeepsEveryType) {
     }
 }
 
+TEST(SqlitePreferences, WritesLargeDataInPiecesOnce) {
+    const PreferencesFolder folder;
+    const auto text = std::make_shared<const std::string>(largeBytes(4, 3'000'000));
+    const std::string_view all = *text;
+    const Data data(text, {all.substr(0, 1), all.substr(1, 999'999), "", all.substr(1'000'000)});
+    {
+        const auto preferences = openPreferences(folder.path());
+        preferences->set("list", data);
+        ASSERT_TRUE(preferences->flush());
+        const auto log = std::filesystem::file_size(folder.path() / "preferences.sqlite-wal");
+        EXPECT_GE(log, text->size());
+        EXPECT_LE(log, text->size() + text->size() / 10);
+        EXPECT_EQ(preferences->data("list"), Data(*text));
+    }
+    EXPECT_EQ(openPreferences(folder.path())->data("list"), Data(*text));
+}
+
 TEST(SqlitePreferences, ReplacesAndRemoves) {
     const PreferencesFolder folder;
     {
