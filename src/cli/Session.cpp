@@ -28,7 +28,7 @@ Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& fold
     // The list is read into a buffer, and SQLite holds the pages of the new one.
     std::error_code noFile;
     if (const auto size = std::filesystem::file_size(folder / "preferences.sqlite", noFile); !noFile)
-        readyMemory(size * 5 / 2);
+        readyMemory(size * 3 / 2);
     auto preferences = SqlitePreferences::open(folder, lock ? SqlitePreferences::Access::ReadWrite
                                                             : SqlitePreferences::Access::ReadOnly);
     if (!preferences)

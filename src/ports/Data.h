@@ -28,8 +28,11 @@ public:
 
     const Pieces& pieces() const { return content_->pieces; }
 
-    /// All bytes in one place, put together when first asked for.
-    const std::string& bytes() const {
+    /// All bytes in one place, which is made for those that lie in several when first asked for. The view is
+    /// good for as long as this, or a copy, lives.
+    std::string_view bytes() const {
+        if (pieces().size() == 1)
+            return pieces().front();
         std::call_once(content_->wholeOnce, [this] {
             content_->whole.reserve(size());
             for (const std::string_view piece : pieces())
@@ -44,9 +47,7 @@ public:
 
 private:
     struct Content {
-        explicit Content(std::string bytes) : whole(std::move(bytes)), pieces{whole}, size(whole.size()) {
-            std::call_once(wholeOnce, [] {});
-        }
+        explicit Content(std::string bytes) : whole(std::move(bytes)), pieces{whole}, size(whole.size()) {}
         Content(std::shared_ptr<const void> pieceOwner, Pieces givenPieces)
             : owner(std::move(pieceOwner)), pieces(std::move(givenPieces)) {
             for (const std::string_view piece : pieces)
@@ -54,7 +55,7 @@ private:
         }
 
         mutable std::once_flag wholeOnce;
-        mutable std::string whole;
+        mutable std::string whole; ///< Where one text or several pieces are put together.
         std::shared_ptr<const void> owner;
         Pieces pieces;
         std::size_t size = 0;

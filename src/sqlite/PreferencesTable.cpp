@@ -79,9 +79,9 @@ std::optional<Value> decode(std::string_view word, const Statement& row, int col
     return std::nullopt;
 }
 
-/// Reads straight into `bytes`: measured, a quarter of the time that fetching it as a column of a query
-/// takes.
-int readBlob(sqlite3* database, std::int64_t row, std::size_t bound, std::string& bytes) {
+/// Reads straight into the bytes of the value: measured, a quarter of the time that fetching it as a column
+/// of a query takes.
+int readBlob(sqlite3* database, std::int64_t row, std::size_t bound, std::optional<Value>& value) {
     sqlite3_blob* opened = nullptr;
     const int code = sqlite3_blob_open(database, "main", "preferences", "value", row, 0, &opened);
     const std::unique_ptr<sqlite3_blob, decltype(&sqlite3_blob_close)> blob(opened, &sqlite3_blob_close);
@@ -90,8 +90,11 @@ int readBlob(sqlite3* database, std::int64_t row, std::size_t bound, std::string
     const int size = sqlite3_blob_bytes(blob.get());
     if (static_cast<std::size_t>(size) > bound)
         return SQLITE_CORRUPT;
-    bytes.resize(static_cast<std::size_t>(size));
-    return sqlite3_blob_read(blob.get(), bytes.data(), size, 0);
+    const std::shared_ptr<char[]> bytes(new char[static_cast<std::size_t>(size)]);
+    const int read = sqlite3_blob_read(blob.get(), bytes.get(), size, 0);
+    if (read == SQLITE_OK)
+        value = Data(bytes, {std::string_view(bytes.get(), static_cast<std::size_t>(size))});
+    return read;
 }
 
 /// Writes the pieces over the bytes of as many zeros.
@@ -201,11 +204,7 @@ int readData(sqlite3* database, std::string_view key, std::size_t bound, std::op
     row.bind(1, key);
     if (const int code = row.step(); code != SQLITE_ROW)
         return code == SQLITE_DONE ? SQLITE_OK : code;
-    std::string bytes;
-    const int code = readBlob(database, row.integer(0), bound, bytes);
-    if (code == SQLITE_OK)
-        value = Data(std::move(bytes));
-    return code;
+    return readBlob(database, row.integer(0), bound, value);
 }
 
 int change(sqlite3* database, const std::string& key, const std::optional<Value>& value) {

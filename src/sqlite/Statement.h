@@ -32,8 +32,9 @@ public:
     void bind(int place, const std::string& text) { bind(place, std::string_view(text)); }
     void bind(int place, const Data& data) {
         note([&] {
-            const std::string& bytes = data.bytes();
-            return sqlite3_bind_blob64(statement_, place, bytes.data(), bytes.size(), SQLITE_STATIC);
+            const std::string_view bytes = data.bytes();
+            return sqlite3_bind_blob64(statement_, place, bytes.data() ? bytes.data() : "", bytes.size(),
+                                       SQLITE_STATIC);
         });
     }
     /// Data of as many zeros.

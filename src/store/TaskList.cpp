@@ -55,7 +55,7 @@ const std::optional<std::string_view>& TaskList::Chunk::encoded() const {
     std::call_once(encodedOnce_, [this] {
         if (std::optional<std::string> array = encodeStoredItems(items_)) {
             source_ = Data(*std::move(array));
-            encoded_ = std::string_view(source_.bytes()).substr(1, source_.bytes().size() - 2);
+            encoded_ = source_.bytes().substr(1, source_.bytes().size() - 2);
         }
     });
     return encoded_;

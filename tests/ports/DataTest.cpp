@@ -28,7 +28,7 @@ TEST(Data, PutsItsPiecesTogetherInOrder) {
     const Data data = inPieces({"[", "", "one", ",", std::string("\0two", 4), "]"});
     EXPECT_EQ(data.size(), 10U);
     EXPECT_EQ(data.bytes(), std::string("[one,\0two]", 10));
-    EXPECT_EQ(data.bytes().data(), data.bytes().data());
+    EXPECT_EQ(data.bytes().data(), data.bytes().data()) << "once only";
     EXPECT_EQ(data.pieces().size(), 6U);
 }
 

@@ -38,7 +38,7 @@ struct ReminderBookTest : testing::Test {
 
     std::optional<std::string> stored() const {
         const auto data = preferences.data("Quillo.linux.reminders.v1");
-        return data ? std::optional(data->bytes()) : std::nullopt;
+        return data ? std::optional<std::string>(data->bytes()) : std::nullopt;
     }
     void store(std::string bytes) { preferences.set("Quillo.linux.reminders.v1", Data(std::move(bytes))); }
     BookedReminders reread() { return ReminderBook(preferences).reminders(); }

@@ -52,7 +52,7 @@ struct StatsWorld {
 
     std::string stored(std::string_view key) const {
         const std::optional<Data> data = preferences.data(key);
-        return data ? data->bytes() : "nothing";
+        return std::string(data ? data->bytes() : "nothing");
     }
 
     InMemoryPreferences preferences;

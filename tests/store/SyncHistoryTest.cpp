@@ -128,7 +128,7 @@ struct Rules {
             } else if (const auto* pull = std::get_if<Pull>(&job)) {
                 const auto bytes = cloud.data(preference_keys::items);
                 if (pull->localStamp < stampIn(cloud) && itemsIn(bytes))
-                    arriving.push_back({bytes->bytes(), stampIn(cloud)});
+                    arriving.push_back({std::string(bytes->bytes()), stampIn(cloud)});
             } else if (const auto* push = std::get_if<Push>(&job)) {
                 upload(push->pair);
             } else {
@@ -431,7 +431,7 @@ private:
             tell("gets half of what is new");
             machine.end().fetchOnly(preference_keys::items);
             if (const auto bytes = machine.end().data(preference_keys::items))
-                note({bytes->bytes(), stampIn(machine.end())});
+                note({std::string(bytes->bytes()), stampIn(machine.end())});
         } else if (kind == 15) {
             const std::optional<Value> settings[] = {
                 Value(true),           Value(true), Value(false), std::nullopt, Value(std::string("no")),
@@ -471,7 +471,7 @@ private:
         const std::optional<Value>& chosenStamp = stamps[below(std::size(stamps))];
         cloud_.put(changesFor(chosenList, chosenStamp));
         if (const auto* data = std::get_if<Data>(&chosenList))
-            note({data->bytes(), stamp});
+            note({std::string(data->bytes()), stamp});
     }
 
     void count(const Arrivals& arrivals) {
