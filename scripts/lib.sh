@@ -2,9 +2,20 @@
 
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
-build_packages=(g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev libsimdjson-dev rapidjson-dev qt6-base-dev)
+# What the windows need while they run.
+qml_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
+  qml6-module-qtquick-window qml6-module-qtquick-layouts qml6-module-qtquick-controls qml6-module-qtquick-templates
+  libqt6svg6)
+build_packages=(g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev libsimdjson-dev rapidjson-dev qt6-base-dev
+  qt6-declarative-dev libqt6svg6-dev qt6-tools-dev qt6-l10n-tools libxcb1-dev libxcb-xfixes0-dev "${qml_packages[@]}")
 test_packages=(libgtest-dev libgmock-dev librapidcheck-dev python3 tzdata sqlite3 man-db groff-base dpkg-dev file zsh fish
-  clang libclang-rt-dev clang-format python3-gi gir1.2-glib-2.0 dbus-daemon dunst xvfb libfaketime)
+  clang libclang-rt-dev clang-format python3-gi gir1.2-glib-2.0 dbus-daemon dunst xvfb libfaketime
+  openbox picom xdotool xfce4-panel xterm numlockx scrot xfconf python3-xlib at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-pil
+  fonts-dejavu-core desktop-file-utils appstream)
+# What a private desktop is made of, and the program's windows at run time.
+desktop_test_packages=(xvfb openbox picom xfce4-panel dunst dbus-daemon at-spi2-core xterm fonts-dejavu-core adwaita-icon-theme
+  python3 python3-gi gir1.2-glib-2.0 python3-xlib python3-pil libfaketime)
+test_packages+=("${desktop_test_packages[@]}")
 long_test_packages=(clang-tidy)
 bench_packages=(libbenchmark-dev taskwarrior)
 
@@ -49,4 +60,12 @@ build() {
   local targets=()
   [ $# -gt 0 ] && targets=(--target "$@")
   cmake --build "$root/build/$preset" "${targets[@]}"
+}
+
+# on_private_desktop PRESET SCRIPT [ARGUMENT...]: runs a script of tests/desktop with the programs of that build.
+on_private_desktop() {
+  local preset="$1" script="$2"
+  shift 2
+  QUILLO="$root/build/$preset/src/cli/quillo" QUILLO_DESKTOP="$root/build/$preset/src/app/quillo-desktop" \
+    PYTHONPATH="$root/tests/cli:$root/tests/resident" /usr/bin/python3 -B "$root/tests/desktop/$script" "$@"
 }

@@ -34,8 +34,8 @@ _quillo_offer_numbers() {
 
 _quillo() {
     local program=$1 word=$2 command=${COMP_WORDS[1]}
-    local commands='add list done undone edit remind delete clear-completed restore export stats parse resolve quit help'
-    commands+=' version'
+    local commands='add list done undone edit remind delete clear-completed restore export stats parse resolve'
+    commands+=' open quick-add settings statistics quit help version'
     COMPREPLY=()
 
     # The value of an option stands behind it, or behind a = that readline takes for a word of its own.

@@ -15,6 +15,10 @@ function __quillo_commands
         stats 'Show how many tasks were completed, and how fast' \
         parse 'Show what would be understood of a text' \
         resolve 'Show when classified texts are due' \
+        open 'Open the list on the screen' \
+        quick-add 'Open the panel for a new task' \
+        settings 'Open the settings' \
+        statistics 'Open the statistics' \
         quit 'End the desktop program' \
         help 'List the commands, or explain one' \
         version 'Print the version'

@@ -1,60 +1,64 @@
-#include "app/Application.h"
+#include "app/Headless.h"
+#include "app/Shell.h"
+#include "app/StartOptions.h"
 #include "base/DataFolder.h"
 #include "base/Log.h"
 #include "base/Product.h"
+#include "linux/TerminationSignals.h"
+#include "resident/Application.h"
 
-#include <malloc.h>
-
-#include <QCoreApplication>
+#include <QApplication>
 #include <csignal>
 #include <cstdio>
-#include <string_view>
 
 namespace {
 
 constexpr const char* usage =
-    "usage: quillo-desktop --headless\n"
+    "usage: quillo-desktop [--show WINDOW | --headless]\n"
     "\n"
-    "Keeps the list, shows reminders and answers the quillo command, without a screen.\n"
+    "Quillo in the status bar: keeps the list, shows reminders and answers the quillo command.\n"
     "\n"
-    "  --help      shows this\n"
-    "  --version   prints the version\n";
-
-/// Saving takes a few buffers as large as the list, on other threads. By itself the allocator would come to
-/// keep such blocks for the next time, in a heap for each thread: a fifth of the program's memory, for
-/// something that takes milliseconds now and then.
-void giveMemoryBack() {
-    mallopt(M_MMAP_THRESHOLD, 64 << 10);
-    mallopt(M_TRIM_THRESHOLD, 64 << 10);
-    mallopt(M_ARENA_MAX, 1);
-}
+    "  --show WINDOW  begins with a window: open (the list), quick-add, settings or statistics\n"
+    "  --headless     does without a screen\n"
+    "  --help         shows this\n"
+    "  --version      prints the version\n";
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::string_view option = argc == 2 ? argv[1] : "";
-    if (option == "--help") {
-        std::fputs(usage, stdout);
-        return 0;
-    }
-    if (option == "--version") {
-        std::printf("quillo-desktop %s\n", quillo::product::version);
-        return 0;
-    }
-    if (option != "--headless") {
+    using quillo::StartOptions;
+    const std::optional<StartOptions> options = StartOptions::read(argc, argv);
+    if (!options) {
         std::fputs(usage, stderr);
         return 2;
+    }
+    switch (options->mode) {
+    case StartOptions::Mode::help:
+        std::fputs(usage, stdout);
+        return 0;
+    case StartOptions::Mode::version:
+        std::printf("quillo-desktop %s\n", quillo::product::version);
+        return 0;
+    case StartOptions::Mode::headless:
+        return quillo::continueHeadless(argv);
+    case StartOptions::Mode::screen:
+        break;
+    }
+    if (!quillo::thereIsADisplay()) {
+        quillo::log("there is no display: going on without a screen");
+        return quillo::continueHeadless(argv);
     }
     const auto folder = quillo::dataFolder();
     if (!folder) {
         quillo::log(folder.error().message);
         return 1;
     }
-    giveMemoryBack();
     std::signal(SIGPIPE, SIG_IGN); // Nobody may be reading our log any more.
     quillo::TerminationSignals::block();
-    const QCoreApplication loop(argc, argv);
-    quillo::Application application(*folder);
+    quillo::prepareScreen();
+    QApplication loop(argc, argv);
+    quillo::Application application(*folder, options->window);
+    quillo::Shell shell(application, options->window);
     application.start();
-    return QCoreApplication::exec();
+    return QApplication::exec();
 }

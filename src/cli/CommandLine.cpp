@@ -44,7 +44,7 @@ ExitCode runCommand(const Command& command, const std::vector<std::string>& word
 
 ExitCode run(std::vector<std::string> words) {
     if (words.empty())
-        words.emplace_back("help");
+        words.emplace_back("open");
     std::string name = words.front();
     if (name == "--help" || name == "-h")
         name = "help";

@@ -50,6 +50,7 @@ struct Encoder {
         writer.Key("which");
         writer.Uint64(restore.which);
     }
+    void operator()(const Show& show) const { write(writer, "command", std::string(nameOf(show.window))); }
     void operator()(const Quit&) const { write(writer, "command", "quit"); }
 };
 
@@ -101,10 +102,35 @@ std::optional<Command> commandOf(const std::string& name, Members& members) {
         return Restore{members.number("which")};
     if (name == "quit")
         return Quit{};
+    if (const auto window = windowNamed(name))
+        return Show{*window};
     return std::nullopt;
 }
 
 } // namespace
+
+std::string_view nameOf(Show::Window window) {
+    switch (window) {
+    case Show::Window::popover:
+        return "open";
+    case Show::Window::quickAdd:
+        return "quick-add";
+    case Show::Window::settings:
+        return "settings";
+    case Show::Window::statistics:
+        return "statistics";
+    }
+    return {};
+}
+
+std::optional<Show::Window> windowNamed(std::string_view name) {
+    for (const auto window :
+         {Show::Window::popover, Show::Window::quickAdd, Show::Window::settings, Show::Window::statistics}) {
+        if (name == nameOf(window))
+            return window;
+    }
+    return std::nullopt;
+}
 
 std::string encode(const Request& request) {
     rapidjson::StringBuffer buffer;

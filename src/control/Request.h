@@ -4,6 +4,7 @@
 #include "base/Result.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -42,11 +43,17 @@ struct Restore {
     std::size_t which = 1; ///< of the kept lists, the latest 1
     friend bool operator==(const Restore&, const Restore&) = default;
 };
+/// Brings up a window of the desktop program.
+struct Show {
+    enum class Window { popover, quickAdd, settings, statistics };
+    Window window = Window::popover;
+    friend bool operator==(const Show&, const Show&) = default;
+};
 struct Quit {
     friend bool operator==(const Quit&, const Quit&) = default;
 };
 
-using Command = std::variant<Add, SetDone, Edit, Delete, ClearCompleted, Remind, Restore, Quit>;
+using Command = std::variant<Add, SetDone, Edit, Delete, ClearCompleted, Remind, Restore, Show, Quit>;
 
 /// A command, and where and in which language it was typed: that decides what "tomorrow" means.
 struct Request {
@@ -56,6 +63,10 @@ struct Request {
 
     friend bool operator==(const Request&, const Request&) = default;
 };
+
+/// What asking for a window is called: "open", "quick-add", "settings", "statistics".
+std::string_view nameOf(Show::Window window);
+std::optional<Show::Window> windowNamed(std::string_view name);
 
 /// The most bytes of a request's line, its end included. No command line is that long.
 inline constexpr std::size_t longestRequest = std::size_t{16} << 20;

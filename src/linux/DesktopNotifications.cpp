@@ -156,3 +156,5 @@ void DesktopNotifications::notificationClosed(uint id, uint) {
 }
 
 } // namespace quillo
+
+#include "moc_DesktopNotifications.cpp"

@@ -14,7 +14,11 @@ namespace {
 
 const QString name = QString::fromLatin1(product::desktopFile);
 const QString path = QStringLiteral("/org/quillo/Quillo");
-const QString interface = QStringLiteral("org.freedesktop.Application");
+
+/// As the Desktop Entry Specification, "D-Bus Activation", has it.
+std::string tokenIn(const QVariantMap& platformData) {
+    return platformData.value(QStringLiteral("activation-token")).toString().toStdString();
+}
 
 } // namespace
 
@@ -49,26 +53,18 @@ void SessionBusName::release() {
     bus.send(release); // Does not wait for a bus that may hang.
 }
 
-void SessionBusName::activateOwner() {
-    constexpr int patienceMilliseconds = 2000;
-    QDBusMessage activate = QDBusMessage::createMethodCall(name, path, interface, QStringLiteral("Activate"));
-    activate << QVariantMap();
-    // Where nobody has the name, the bus would start us, and wait for us while we wait for it.
-    activate.setAutoStartService(false);
-    QDBusConnection::sessionBus().call(activate, QDBus::Block, patienceMilliseconds);
-}
-
-void SessionBusName::Activate(const QVariantMap&) {
-    activated.emit();
+void SessionBusName::Activate(const QVariantMap& platformData) {
+    activated.emit(tokenIn(platformData));
 }
 
 /// There is nothing that could be opened; asking is asking to come up.
-void SessionBusName::Open(const QStringList&, const QVariantMap&) {
-    activated.emit();
+void SessionBusName::Open(const QStringList&, const QVariantMap& platformData) {
+    activated.emit(tokenIn(platformData));
 }
 
-void SessionBusName::ActivateAction(const QString& action, const QVariantList&, const QVariantMap&) {
-    actionActivated.emit(action.toStdString());
+void SessionBusName::ActivateAction(const QString& action, const QVariantList&,
+                                    const QVariantMap& platformData) {
+    actionActivated.emit(action.toStdString(), tokenIn(platformData));
 }
 
 void SessionBusName::disconnected() {
@@ -76,3 +72,5 @@ void SessionBusName::disconnected() {
 }
 
 } // namespace quillo
+
+#include "moc_SessionBusName.cpp"

@@ -28,13 +28,11 @@ public:
     /// Gives the name back, if it is ours, so that who asks for it starts the program anew. Does not wait.
     void release();
 
-    /// Asks whoever owns the name, if anybody does, to come up. Waits for a moment: for a program that then
-    /// ends.
-    static void activateOwner();
-
-    Signal<> activated;                         ///< asked to come up
-    Signal<const std::string&> actionActivated; ///< the name of the action
-    Signal<> busLost;                           ///< the session is over, or its bus died
+    /// Asked to come up, or for the action of that name; with a token with which a window may take the focus,
+    /// or an empty one.
+    Signal<const std::string& /*token*/> activated;
+    Signal<const std::string& /*action*/, const std::string& /*token*/> actionActivated;
+    Signal<> busLost; ///< the session is over, or its bus died
 
 public Q_SLOTS:
     void Activate(const QVariantMap& platformData);

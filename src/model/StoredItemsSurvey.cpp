@@ -170,13 +170,14 @@ std::optional<std::vector<StoredStretch>> surveyStoredItems(std::string_view byt
         if (stretches.empty() || stretches.back().ids.size() == largest) {
             stretches.emplace_back();
             stretches.back().ids.reserve(largest);
+            stretches.back().done.reserve(largest);
         }
         StoredStretch& stretch = stretches.back();
         const char* start = stretch.ids.empty() ? scanner.place() : stretch.bytes.data();
         bool isDone = false;
         if (!takeItem(scanner, stretch.ids.emplace_back(), isDone))
             return std::nullopt;
-        stretch.doneCount += isDone;
+        stretch.done.push_back(isDone);
         stretch.bytes = {start, static_cast<std::size_t>(scanner.place() - start)};
     }
     if (!stretches.empty() && !scanner.take("]"))

@@ -15,7 +15,7 @@ namespace quillo {
 struct StoredStretch {
     std::string_view bytes; ///< their objects with commas in between: an array but for its brackets
     std::vector<Uuid> ids;  ///< in list order
-    std::size_t doneCount = 0;
+    std::vector<bool> done; ///< of each, in the same order
 };
 
 /// Finds the stretches of `largest` tasks (the last may be shorter) of a list in the very form that

@@ -33,6 +33,8 @@ inline constexpr std::string_view reviewPending =
 
 inline constexpr std::string_view reminders = "Quillo.linux.reminders.v1"; ///< data: the book of reminders
 
+inline constexpr std::string_view hotKey = "Quillo.hotkey.v1"; ///< data: HotKeyConfig
+
 } // namespace preference_keys
 
 } // namespace quillo

@@ -26,19 +26,28 @@ bool beginsWith(const Uuid& id, std::string_view digits) {
     return true;
 }
 
+/// How many of the first `count` are done.
+std::size_t countDone(const std::vector<bool>& done, std::size_t count) {
+    return static_cast<std::size_t>(
+        std::count(done.begin(), done.begin() + static_cast<std::ptrdiff_t>(count), true));
+}
+
 } // namespace
 
 TaskList::Chunk::Chunk(std::vector<TodoItem> tasks) {
     ids_.reserve(tasks.size());
-    for (const TodoItem& item : tasks)
+    done_.reserve(tasks.size());
+    for (const TodoItem& item : tasks) {
         ids_.push_back(item.id);
-    doneCount_ = static_cast<std::size_t>(
-        std::count_if(tasks.begin(), tasks.end(), [](const TodoItem& item) { return item.isDone; }));
+        done_.push_back(item.isDone);
+    }
+    doneCount_ = countDone(done_, done_.size());
     std::call_once(itemsOnce_, [&] { items_ = std::move(tasks); });
 }
 
 TaskList::Chunk::Chunk(Data source, StoredStretch stretch)
-    : ids_(std::move(stretch.ids)), doneCount_(stretch.doneCount), source_(std::move(source)) {
+    : ids_(std::move(stretch.ids)), done_(std::move(stretch.done)),
+      doneCount_(countDone(done_, done_.size())), source_(std::move(source)) {
     std::call_once(encodedOnce_, [&] { encoded_ = stretch.bytes; });
 }
 
@@ -63,8 +72,10 @@ const std::optional<std::string_view>& TaskList::Chunk::encoded() const {
 
 TaskList::Table::Table(std::vector<ChunkPointer> pointers) : chunks(std::move(pointers)) {
     starts.reserve(chunks.size());
+    doneStarts.reserve(chunks.size());
     for (const ChunkPointer& chunk : chunks) {
         starts.push_back(size);
+        doneStarts.push_back(doneCount);
         size += chunk->size();
         doneCount += chunk->doneCount();
     }
@@ -117,6 +128,51 @@ std::optional<Data> TaskList::encode() const {
 const TodoItem& TaskList::operator[](std::size_t index) const {
     const std::size_t position = chunkAt(index);
     return table_->chunks[position]->items()[index - table_->starts[position]];
+}
+
+const Uuid& TaskList::idAt(std::size_t index) const {
+    const std::size_t position = chunkAt(index);
+    return table_->chunks[position]->ids()[index - table_->starts[position]];
+}
+
+bool TaskList::isDoneAt(std::size_t index) const {
+    const std::size_t position = chunkAt(index);
+    return table_->chunks[position]->done()[index - table_->starts[position]];
+}
+
+std::size_t TaskList::doneBefore(std::size_t index) const {
+    if (index == size())
+        return doneCount();
+    const std::size_t position = chunkAt(index);
+    return table_->doneStarts[position] +
+           countDone(table_->chunks[position]->done(), index - table_->starts[position]);
+}
+
+std::size_t TaskList::placeOfOpen(std::size_t number) const {
+    return placeOf(false, number);
+}
+
+std::size_t TaskList::placeOfDone(std::size_t number) const {
+    return placeOf(true, number);
+}
+
+std::size_t TaskList::placeOf(bool done, std::size_t number) const {
+    const auto before = [&](std::size_t position) {
+        const std::size_t doneOnes = table_->doneStarts[position];
+        return done ? doneOnes : table_->starts[position] - doneOnes;
+    };
+    // The last chunk with no more than that many before it has the task.
+    std::size_t position = 0;
+    for (std::size_t after = table_->chunks.size(); after - position > 1;) {
+        const std::size_t middle = position + (after - position) / 2;
+        (before(middle) <= number ? position : after) = middle;
+    }
+    const std::vector<bool>& marks = table_->chunks[position]->done();
+    std::size_t place = 0;
+    for (std::size_t others = number - before(position);; ++place) {
+        if (marks[place] == done && others-- == 0)
+            return table_->starts[position] + place;
+    }
 }
 
 std::optional<std::size_t> TaskList::indexOf(const Uuid& id) const {

@@ -49,6 +49,19 @@ public:
     /// The task at `index`, which must be less than size().
     const TodoItem& operator[](std::size_t index) const;
 
+    /// Id and state of the task at `index`, which must be less than size(). They lie ready, unlike the rest
+    /// of a task that has not been looked at yet.
+    const Uuid& idAt(std::size_t index) const;
+    bool isDoneAt(std::size_t index) const;
+
+    /// How many of the tasks before `index`, which must not be greater than size(), are done.
+    std::size_t doneBefore(std::size_t index) const;
+
+    /// The place of the open task (of the done task) before which there are `number` others of its kind; it
+    /// must exist. Like doneBefore, this looks at no more than one chunk.
+    std::size_t placeOfOpen(std::size_t number) const;
+    std::size_t placeOfDone(std::size_t number) const;
+
     /// The place of the first task with that id. Looks at all ids before it, 16 bytes each, side by side in
     /// memory.
     std::optional<std::size_t> indexOf(const Uuid& id) const;
@@ -85,6 +98,7 @@ private:
 
         const std::vector<Uuid>& ids() const { return ids_; } ///< packed for searching; never empty
         std::size_t size() const { return ids_.size(); }
+        const std::vector<bool>& done() const { return done_; }
         std::size_t doneCount() const { return doneCount_; }
 
         const std::vector<TodoItem>& items() const;
@@ -94,7 +108,8 @@ private:
 
     private:
         std::vector<Uuid> ids_;
-        std::size_t doneCount_ = 0;
+        std::vector<bool> done_; ///< of each
+        std::size_t doneCount_;
 
         mutable std::once_flag itemsOnce_;
         mutable std::vector<TodoItem> items_;
@@ -108,13 +123,17 @@ private:
         explicit Table(std::vector<ChunkPointer> pointers);
 
         std::vector<ChunkPointer> chunks;
-        std::vector<std::size_t> starts; ///< the place of each chunk's first task
+        std::vector<std::size_t> starts;     ///< the place of each chunk's first task
+        std::vector<std::size_t> doneStarts; ///< how many of the tasks before it are done
         std::size_t size = 0;
         std::size_t doneCount = 0;
     };
 
     /// The chunk that has the task at `index`.
     std::size_t chunkAt(std::size_t index) const;
+
+    /// The place of the task that is `done` or not and has `number` others of the same before it.
+    std::size_t placeOf(bool done, std::size_t number) const;
 
     /// Puts one chunk of these tasks, or none if there are none, in the place of `count` chunks from
     /// `position` on.

@@ -5,6 +5,7 @@
 
 #include <unicode/ucal.h>
 
+#include <cmath>
 #include <utility>
 
 namespace quillo::unicode {
@@ -93,6 +94,25 @@ Instant CivilCalendar::instant(CivilDate date, ClockTime time) const {
     ucal_set(calendar, UCAL_HOUR_OF_DAY, time.hour);
     ucal_set(calendar, UCAL_MINUTE, time.minute);
     return implementation_->instant();
+}
+
+Instant CivilCalendar::nextMinute(Instant instant) const {
+    // Zones were not always whole minutes apart.
+    const double ahead = offsetFromUtc(instant);
+    const double shown = instant.unixSeconds() + ahead;
+    return Instant::fromUnixSeconds((std::floor(shown / 60) + 1) * 60 - ahead);
+}
+
+int CivilCalendar::firstWeekday() const {
+    return ucal_getAttribute(implementation_->calendar, UCAL_FIRST_DAY_OF_WEEK);
+}
+
+bool CivilCalendar::isSameWeek(Instant one, Instant other) const {
+    const auto week = [this](Instant instant) {
+        implementation_->moveTo(instant);
+        return std::pair(implementation_->field(UCAL_YEAR_WOY), implementation_->field(UCAL_WEEK_OF_YEAR));
+    };
+    return week(one) == week(other);
 }
 
 std::optional<Instant> CivilCalendar::addDays(Instant instant, std::int64_t days) const {

@@ -61,6 +61,15 @@ public:
     /// When the day of `instant` begins.
     Instant startOfDay(Instant instant) const { return this->instant(civilTime(instant).date, {}); }
 
+    /// When the clock next shows another minute. Days begin with a minute, so do weeks.
+    Instant nextMinute(Instant instant) const;
+
+    /// The day with which weeks begin where the user lives: Sunday = 1 ... Saturday = 7.
+    int firstWeekday() const;
+
+    /// Whether both lie in one week, also where a year ends in it.
+    bool isSameWeek(Instant one, Instant other) const;
+
     /// The same clock time `days` days later (earlier if negative); a skipped clock time moves forward.
     /// Absent where the result would lie beyond the year 9999.
     std::optional<Instant> addDays(Instant instant, std::int64_t days) const;

@@ -27,16 +27,20 @@ public:
     /// no-break spaces are plain blanks in English, where keyboards and searches know no other. UTF-8.
     std::string dateAndTime(Instant instant) const;
 
+    /// The time in the locale's short style, without date: "3:00 PM", with plain blanks in English as above.
+    /// UTF-8.
+    std::string shortTime(Instant instant) const;
+
 private:
     struct Formatter;
     std::string format(const Formatter& formatter, Instant instant) const;
     Formatter open(std::u16string_view pattern) const;
-    std::u16string dateAtTimePattern() const;
 
     std::string zone_;
     std::string locale_;
     mutable std::map<std::u16string, Formatter, std::less<>> byPattern_;
     mutable std::unique_ptr<Formatter> dateAndTime_;
+    mutable std::unique_ptr<Formatter> shortTime_;
 };
 
 } // namespace quillo::unicode

@@ -98,6 +98,8 @@ def check_include(quote, name, module, allowed, source, core):
         return f"<{name}> belongs to ICU, which only src/unicode may use"
     if QT_HEADER.match(name) and module in core:
         return f"<{name}> belongs to Qt, which a core module may not use"
+    if name.startswith("moc_") and module not in core:
+        return None  # Made by Qt's meta-object compiler.
     return f'"{name}" is no file below src/' if quote == '"' else None
 
 

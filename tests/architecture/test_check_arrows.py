@@ -120,6 +120,10 @@ class CheckArrowsTest(unittest.TestCase):
                           "src/store/1.h:1: <QtCore/QString> belongs to Qt, which a core module may not use",
                           "src/store/2.h:1: <qstring.h> belongs to Qt, which a core module may not use")
 
+    def test_a_generated_file_in_a_core_module(self):
+        self.append("src/store/inner/Store.cpp", '#include "moc_Store.cpp"\n')
+        self.assert_found('src/store/inner/Store.cpp:4: "moc_Store.cpp" is no file below src/')
+
     def test_include_without_its_folder(self):
         self.append("src/store/inner/Store.cpp", '#include "Store.h"\n')
         self.assert_found('src/store/inner/Store.cpp:4: "Store.h" is no file below src/')

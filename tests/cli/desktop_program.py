@@ -1,4 +1,4 @@
-"""Runs quillo-desktop without a screen: the program that holds a list for as long as it runs.
+"""Runs quillo-desktop, without a screen where nothing else is said: the program that holds a list for as long as it runs.
 
 The program to run is named by the environment variable QUILLO_DESKTOP.
 """
@@ -35,14 +35,14 @@ def wait_until(condition, what, seconds=PATIENCE_SECONDS):
 class DesktopProgram:
     """One run of the program, from its start to its end. What it writes to standard error is kept."""
 
-    def __init__(self, folder, environment, command=(), **options):
+    def __init__(self, folder, environment, command=(), arguments=("--headless",), **options):
         """`command` is put before the program."""
         self.folder = pathlib.Path(folder)
         self.environment = environment
         self._errors = tempfile.TemporaryFile()
         self._last_errors = None
         self.process = subprocess.Popen(
-            [*command, desktop_program(), "--headless"],
+            [*command, desktop_program(), *arguments],
             env=environment,
             stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL,

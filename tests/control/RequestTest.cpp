@@ -21,6 +21,10 @@ const Request requests[] = {
     {Remind{"4", "friday at noon"}, "Asia/Tokyo", "ja_JP"},
     {Remind{"4", ""}, "UTC", "en_US"},
     {Restore{10}, "UTC", "en_US"},
+    {Show{Show::Window::popover}, "UTC", "en_US"},
+    {Show{Show::Window::quickAdd}, "UTC", "en_US"},
+    {Show{Show::Window::settings}, "UTC", "en_US"},
+    {Show{Show::Window::statistics}, "UTC", "en_US"},
     {Quit{}, "UTC", "en_US"},
     {Add{"\" \\ \n \x01 \u2028 \U0001F438"}, "", ""},
 };

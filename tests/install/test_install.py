@@ -5,19 +5,24 @@ usage: test_install.py --cmake PATH --cpack PATH --build FOLDER --version VERSIO
 """
 
 import argparse
+import configparser
 import gzip
 import os
 import pathlib
 import re
+import shlex
 import shutil
 import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 from terminal import Terminal
 
 arguments = None  # from the command line, see main()
+
+IDENTIFIER = "org.quillo.Quillo"
 
 # A title that would do harm where a shell took it for anything but text.
 NASTY_TITLE = "It's \"so\" $(touch harm) `touch harm` ${HOME} 50% a:b\\c\nsecond * line"
@@ -62,12 +67,15 @@ class Installed:
     """What must hold wherever Quillo is installed. `prefix` is the folder that holds bin and share."""
 
     zsh_folder = None
+    programs = None  # where what is installed says that the programs are
 
     @classmethod
     def setUpClass(cls):
         cls.stage = pathlib.Path(tempfile.mkdtemp(prefix="quillo-install-"))
         cls.addClassCleanup(shutil.rmtree, cls.stage)
         cls.prefix = cls.install()
+        cls.desktop_file = cls.prefix / f"share/applications/{IDENTIFIER}.desktop"
+        cls.metainfo = cls.prefix / f"share/metainfo/{IDENTIFIER}.metainfo.xml"
         cls.bash_completion = cls.prefix / "share/bash-completion/completions/quillo"
         cls.fish_completion = cls.prefix / "share/fish/vendor_completions.d/quillo.fish"
         cls.zsh_completion = cls.prefix / "share/zsh" / cls.zsh_folder / "_quillo"
@@ -158,6 +166,57 @@ class Installed:
         documents = self.prefix / "share/doc/quillo"
         self.assertIn("Quillo", (documents / "README.md").read_text())
         self.assertIn("Permission is hereby granted, free of charge", (documents / self.licence_name).read_text())
+
+    def desktop_entry(self):
+        """The groups of the desktop file."""
+        entry = configparser.RawConfigParser(delimiters="=", comment_prefixes="#")
+        entry.optionxform = str
+        entry.read(self.desktop_file, encoding="utf-8")
+        return entry
+
+    @needs("desktop-file-validate")
+    def test_desktop_file_is_valid(self):
+        self.assertEqual(run(["desktop-file-validate", self.desktop_file]), "")
+
+    def test_desktop_file_names_what_is_installed(self):
+        entry = self.desktop_entry()
+        main = entry["Desktop Entry"]
+        actions = main["Actions"].rstrip(";").split(";")
+        self.assertEqual(entry.sections(), ["Desktop Entry", *(f"Desktop Action {action}" for action in actions)])
+        self.assertEqual(main["TryExec"], str(self.programs / "quillo-desktop"))
+        self.assertTrue((self.prefix / "bin/quillo-desktop").exists())
+        for group in entry.sections():
+            with self.subTest(group):
+                program, command = shlex.split(entry[group]["Exec"])
+                self.assertEqual(program, str(self.programs / "quillo"))
+                self.assertIn(command, self.commands())
+                self.assertEqual(group, f"Desktop Action {command}" if command != "open" else "Desktop Entry")
+
+    def test_session_bus_starts_the_desktop_program(self):
+        self.assertEqual(self.desktop_entry()["Desktop Entry"]["DBusActivatable"], "true")
+        service = (self.prefix / f"share/dbus-1/services/{IDENTIFIER}.service").read_text()
+        self.assertEqual(service.splitlines()[:2], ["[D-BUS Service]", f"Name={IDENTIFIER}"])
+        self.assertIn(f"Exec={self.programs / 'quillo-desktop'}", service)
+
+    def test_icons_are_in_place(self):
+        name = self.desktop_entry()["Desktop Entry"]["Icon"]
+        for file in f"scalable/apps/{name}.svg", f"symbolic/apps/{name}-symbolic.svg":
+            picture = xml.etree.ElementTree.parse(self.prefix / "share/icons/hicolor" / file).getroot()
+            self.assertEqual(picture.tag, "{http://www.w3.org/2000/svg}svg")
+            _, _, width, height = picture.get("viewBox").split()
+            self.assertEqual(width, height)
+
+    @needs("appstreamcli")
+    def test_metainfo_is_valid(self):
+        run(["appstreamcli", "validate", "--no-net", self.metainfo])
+
+    def test_metainfo_is_of_this_program(self):
+        component = xml.etree.ElementTree.parse(self.metainfo).getroot()
+        self.assertEqual(component.findtext("id"), IDENTIFIER)
+        self.assertEqual(component.findtext("launchable"), self.desktop_file.name)
+        self.assertEqual(component.find("releases/release").get("version"), arguments.version)
+        for program in component.findall("provides/binary"):
+            self.assertTrue((self.prefix / "bin" / program.text).exists(), program.text)
 
     @needs("groff")
     def test_manual_page_renders(self):
@@ -325,14 +384,17 @@ class InstalledByCMake(Installed, unittest.TestCase):
 
     @classmethod
     def install(cls):
-        run([arguments.cmake, "--install", arguments.build, "--prefix", cls.stage / "prefix"])
-        return cls.stage / "prefix"
+        prefix = cls.stage / "prefix"
+        cls.programs = prefix / "bin"
+        run([arguments.cmake, "--install", arguments.build, "--prefix", prefix])
+        return prefix
 
 
 @needs("dpkg-shlibdeps")
 @needs("dpkg-deb")
 class InstalledByPackage(Installed, unittest.TestCase):
     zsh_folder = "vendor-completions"
+    programs = pathlib.Path("/usr/bin")
     licence_name = "copyright"
 
     @classmethod
@@ -353,6 +415,7 @@ class InstalledByPackage(Installed, unittest.TestCase):
         self.assertEqual(self.field("Priority"), "optional")
         self.assertEqual(self.field("Maintainer"), "The Quillo developers <developers@quillo.org>")
         self.assertRegex(self.field("Depends"), r"\blibicu\d+\b.*\blibqt6dbus6\b.*\blibsimdjson\d+\b")
+        self.assertRegex(self.field("Depends"), r"\bqml6-module-qtquick\b")
         self.assertRegex(self.field("Description"), r"^small, fast to-do list .*\n Quillo keeps .*\n")
 
     def test_changelog_begins_with_this_version(self):

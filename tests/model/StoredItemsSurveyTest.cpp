@@ -27,14 +27,14 @@ void expectAgreement(const std::string& bytes, const std::vector<StoredStretch>&
         const auto items = decodeStoredItems("[" + std::string(stretch.bytes) + "]");
         ASSERT_TRUE(items) << stretch.bytes;
         std::vector<Uuid> ids;
-        std::size_t done = 0;
+        std::vector<bool> done;
         for (const TodoItem& item : *items) {
             ids.push_back(item.id);
-            done += item.isDone;
+            done.push_back(item.isDone);
             found.push_back(item);
         }
         EXPECT_EQ(stretch.ids, ids);
-        EXPECT_EQ(stretch.doneCount, done);
+        EXPECT_EQ(stretch.done, done);
     }
     EXPECT_EQ(found, *all);
 }

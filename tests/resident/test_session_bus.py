@@ -156,7 +156,7 @@ class Activation(ResidentTest):
 
         bus.call(NAME, *APPLICATION, "Activate", NO_DATA)
         process = bus.owner(NAME)
-        self.assertEqual(pathlib.Path(os.readlink(f"/proc/{process}/exe")), prefix / "bin/quillo-desktop")
+        self.assertEqual(pathlib.Path(os.readlink(f"/proc/{process}/exe")), prefix / "libexec/quillo/quillo-headless")
         self.add("task")
         self.done("quit")
         wait_until(lambda: bus.owner(NAME) is None, "it has ended")

@@ -23,12 +23,29 @@ std::vector<TodoItem> contents(const TaskList& list) {
     return {list.begin(), list.end()};
 }
 
+/// Ids, states, and the places of open and done tasks.
+void expectPlacesOf(const TaskList& list, const std::vector<TodoItem>& model) {
+    std::size_t open = 0;
+    std::size_t done = 0;
+    for (std::size_t index = 0; index < model.size(); ++index) {
+        EXPECT_EQ(list.idAt(index), model[index].id);
+        EXPECT_EQ(list.isDoneAt(index), model[index].isDone);
+        EXPECT_EQ(list.doneBefore(index), done);
+        if (model[index].isDone)
+            EXPECT_EQ(list.placeOfDone(done++), index);
+        else
+            EXPECT_EQ(list.placeOfOpen(open++), index);
+    }
+    EXPECT_EQ(list.doneBefore(model.size()), done);
+}
+
 TEST(TaskList, StartsEmpty) {
     const TaskList list;
     EXPECT_TRUE(list.empty());
     EXPECT_EQ(list.size(), 0U);
     EXPECT_EQ(list.doneCount(), 0U);
     EXPECT_EQ(list.begin(), list.end());
+    EXPECT_EQ(list.doneBefore(0), 0U);
     EXPECT_EQ(list.indexOf(numberedId(0)), std::nullopt);
     EXPECT_EQ(list, TaskList(std::vector<TodoItem>{}));
 }
@@ -162,6 +179,7 @@ RC_GTEST_PROP(TaskList, BehavesLikeAnArray, ()) {
                   (found == model.end() ? std::nullopt : std::optional<std::size_t>(found - model.begin())));
         for (std::size_t at = 0; at < model.size(); at += 50)
             RC_ASSERT(list[at] == model[at]);
+        expectPlacesOf(list, model);
     }
     copies.emplace_back(list, model);
     for (const auto& [copy, expected] : copies)

@@ -71,6 +71,55 @@ TEST(CivilCalendar, StartsTheDayAfterAClockChangeAtMidnight) {
     EXPECT_EQ(saoPaulo.civilTime(start).date, (CivilDate{2018, 11, 4}));
 }
 
+TEST(CivilCalendar, KnowsTheNextMinute) {
+    const CivilCalendar berlin = calendarIn("Europe/Berlin");
+    const Instant nine = berlin.instant({2025, 3, 5}, {9, 0});
+    EXPECT_EQ(berlin.nextMinute(nine), nine + 60);
+    EXPECT_EQ(berlin.nextMinute(nine + 0.25), nine + 60);
+    EXPECT_EQ(berlin.nextMinute(nine + 59.75), nine + 60);
+    EXPECT_EQ(berlin.nextMinute(nine + -0.25), nine);
+    EXPECT_EQ(berlin.nextMinute(Instant{-0.5}), Instant{0});
+    // The last minute of a day, and the last one before the clock goes forward.
+    EXPECT_EQ(berlin.nextMinute(berlin.instant({2025, 3, 5}, {23, 59}) + 30),
+              berlin.instant({2025, 3, 6}, {0, 0}));
+    EXPECT_EQ(berlin.nextMinute(berlin.instant({2025, 3, 30}, {1, 59}) + 30),
+              berlin.instant({2025, 3, 30}, {3, 0}));
+    // Until 1972 Liberia was 44 minutes and 30 seconds behind.
+    const CivilCalendar monrovia = calendarIn("Africa/Monrovia");
+    const Instant then = monrovia.instant({1971, 6, 1}, {12, 0});
+    EXPECT_EQ(monrovia.nextMinute(then + 10), then + 60);
+}
+
+TEST(CivilCalendar, BeginsWeeksWhereTheUserDoes) {
+    EXPECT_EQ(calendarIn("UTC", "en_US").firstWeekday(), 1);
+    EXPECT_EQ(calendarIn("UTC", "de_DE").firstWeekday(), 2);
+    EXPECT_EQ(calendarIn("UTC", "ar_EG").firstWeekday(), 7);
+}
+
+TEST(CivilCalendar, TellsWeeksApart) {
+    const struct {
+        const char* locale;
+        CivilDate one;
+        CivilDate other;
+        bool same;
+    } rows[] = {
+        // 2025-03-02 was a Sunday.
+        {"en_US", {2025, 3, 2}, {2025, 3, 8}, true},    {"en_US", {2025, 3, 1}, {2025, 3, 2}, false},
+        {"de_DE", {2025, 3, 3}, {2025, 3, 9}, true},    {"de_DE", {2025, 3, 2}, {2025, 3, 3}, false},
+        {"ar_EG", {2025, 3, 1}, {2025, 3, 7}, true},    {"ar_EG", {2025, 3, 7}, {2025, 3, 8}, false},
+        {"en_US", {2024, 12, 29}, {2025, 1, 4}, true},  {"de_DE", {2024, 12, 30}, {2025, 1, 5}, true},
+        {"de_DE", {2023, 12, 31}, {2024, 1, 1}, false}, {"en_US", {2025, 3, 4}, {2026, 3, 4}, false},
+        {"en_US", {2024, 3, 5}, {2025, 3, 4}, false},
+    };
+    for (const auto& row : rows) {
+        const CivilCalendar calendar = calendarIn("Europe/Berlin", row.locale);
+        const Instant one = calendar.instant(row.one, {23, 59});
+        const Instant other = calendar.instant(row.other, {0, 0});
+        EXPECT_EQ(calendar.isSameWeek(one, other), row.same) << row.locale << ' ' << row.one.day;
+        EXPECT_EQ(calendar.isSameWeek(other, one), row.same) << row.locale << ' ' << row.one.day;
+    }
+}
+
 TEST(CivilCalendar, EndsWithTheYear9999) {
     const CivilCalendar kathmandu = calendarIn("Asia/Kathmandu");
     const Instant lastMinute = kathmandu.instant({9999, 12, 31}, {23, 59});

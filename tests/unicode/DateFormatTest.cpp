@@ -22,6 +22,19 @@ TEST(DateFormat, JoinsDateAndTimeAsTheLocaleDoes) {
         EXPECT_EQ(DateFormat("UTC", row.locale).dateAndTime(afternoon), row.text) << row.locale;
 }
 
+TEST(DateFormat, WritesTheTimeAsTheLocaleDoes) {
+    const struct {
+        const char* locale;
+        const char* text;
+    } rows[] = {
+        {"en_US", "3:00 PM"}, {"en_GB", "15:00"},  {"de_DE", "15:00"},
+        {"fr_FR", "15:00"},   {"ar_EG", "٣:٠٠ م"}, {"ja_JP", "15:00"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(DateFormat("UTC", row.locale).shortTime(afternoon), row.text) << row.locale;
+    EXPECT_EQ(DateFormat("Asia/Kathmandu", "en_US").shortTime(afternoon), "8:45 PM");
+}
+
 TEST(DateFormat, FollowsAPatternInTheUsersZoneAndLanguage) {
     EXPECT_EQ(DateFormat("Europe/Berlin", "en_US").byPattern(afternoon, u"EEE MMM d, yyyy HH:mm"),
               "Thu Mar 5, 2026 16:00");

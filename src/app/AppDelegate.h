@@ -1,0 +1,92 @@
+/// The shell: what stands in the status bar, and what comes up from it.
+#pragma once
+
+#include "base/Result.h"
+#include "base/Signal.h"
+#include "control/Request.h"
+#include "hotkey/HotKeyManager.h"
+#include "ports/StatusItem.h"
+#include "store/TodoStore.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillo {
+
+/// The popover with the task list, as the shell sees it.
+class PopoverPlace {
+public:
+    virtual ~PopoverPlace() = default;
+
+    /// Shows it at the place that was clicked, or where the desktop puts such things; or closes it, where it
+    /// is shown. The token may be empty.
+    virtual void toggle(const std::optional<ScreenPoint>& anchor, const std::string& activationToken) = 0;
+
+    /// Shows it, also where it is shown already.
+    virtual void show(const std::optional<ScreenPoint>& anchor, const std::string& activationToken) = 0;
+};
+
+/// The quick-add panel, as the shell sees it.
+class QuickAddPlace {
+public:
+    virtual ~QuickAddPlace() = default;
+
+    virtual bool isVisible() const = 0;
+    virtual void show(const std::string& activationToken) = 0;
+    virtual void hide() = 0;
+};
+
+/// What the shell wires. The functions are called in the order in which the launch needs what they make; what
+/// they return outlives the shell. An action that is not there is shown and cannot be chosen.
+struct AppDelegateDependencies {
+    StatusItem& statusItem;
+    std::function<TodoStore&()> todoStore;
+    std::function<PopoverPlace&()> popover;
+    std::function<HotKeyManager&()> hotKeys;
+    std::function<QuickAddPlace&()> quickAdd;
+    std::function<void()> startUpdater;
+    std::function<void()> prepareLanguageModel;
+    std::function<void()> openSettings;
+    std::function<void()> openStatistics;
+    std::function<void()> exportMarkdown;
+    std::function<void()> exportJson;
+    std::function<void()> checkForUpdates;
+    std::function<void()> quit;
+};
+
+/// One a process. Belongs to the main thread.
+class AppDelegate {
+public:
+    explicit AppDelegate(AppDelegateDependencies dependencies);
+
+    /// The first half of the launch, which needs no list: the item stands in the status bar.
+    void showStatusItem();
+
+    /// The second half, once the list can be had. Neither asks for the permission to notify nor makes the
+    /// statistics: both happen when they are first needed.
+    void finishLaunching();
+
+    /// Shows one of the windows; an error in words for the user where there is none.
+    Outcome show(control::Show::Window window, const std::string& activationToken);
+
+    /// The shortcut's action: it opens the panel and dismisses it.
+    void toggleQuickAdd(const std::string& activationToken);
+
+private:
+    void handleClick(const StatusItemClick& click);
+    void showStatusMenu(const std::optional<ScreenPoint>& place);
+    void showExportMenu();
+    void updateStatusTitle();
+    std::vector<MenuItem> statusMenu();
+
+    /// The same menu where a bar shows it in place of sending the click: then it is the only way to the list.
+    std::vector<MenuItem> menuOfTheBar();
+
+    const AppDelegateDependencies with_;
+    bool launched_ = false;
+    std::vector<Connection> connections_;
+};
+
+} // namespace quillo

@@ -1,0 +1,267 @@
+#include "linux/hotkey/PortalShortcutBinding.h"
+
+#include "base/Log.h"
+#include "linux/hotkey/PortalRequest.h"
+#include "linux/hotkey/PortalTrigger.h"
+
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QList>
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace quillo {
+
+namespace {
+
+/// A shortcut as the bus carries it: (sa{sv}).
+struct PortalShortcut {
+    QString id;
+    QVariantMap properties;
+};
+
+QDBusArgument& operator<<(QDBusArgument& argument, const PortalShortcut& shortcut) {
+    argument.beginStructure();
+    argument << shortcut.id << shortcut.properties;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, PortalShortcut& shortcut) {
+    argument.beginStructure();
+    argument >> shortcut.id >> shortcut.properties;
+    argument.endStructure();
+    return argument;
+}
+
+const QString connectionName = QStringLiteral("quillo-shortcuts");
+const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString registry = QStringLiteral("org.freedesktop.host.portal.Registry");
+const QString globalShortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
+
+const QString shortcutId = QStringLiteral("quick-add");
+
+/// Of what comes from the bus, nothing useful is longer.
+constexpr qsizetype longestText = 1024;
+
+/// The words of an error, from whoever made it.
+std::string words(const std::string& error) {
+    return QString::fromStdString(error).simplified().left(longestText).toStdString();
+}
+
+/// Whether an answer to BindShortcuts has our shortcut in it.
+bool isBound(const QVariantMap& results) {
+    const QVariant list = results.value(QStringLiteral("shortcuts"));
+    if (list.userType() != qMetaTypeId<QDBusArgument>())
+        return false;
+    const auto argument = list.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1String("a(sa{sv})"))
+        return false;
+    const auto bound = qdbus_cast<QList<PortalShortcut>>(argument);
+    return std::any_of(bound.begin(), bound.end(),
+                       [](const PortalShortcut& shortcut) { return shortcut.id == shortcutId; });
+}
+
+} // namespace
+
+PortalShortcutBinding::PortalShortcutBinding(QString applicationId, QString description)
+    : applicationId_(std::move(applicationId)), description_(std::move(description)) {
+    qDBusRegisterMetaType<PortalShortcut>();
+    qDBusRegisterMetaType<QList<PortalShortcut>>();
+    watcher_.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& owner) { portalOwnerChanged(owner); });
+}
+
+/// The portal gives back what belonged to the connection.
+PortalShortcutBinding::~PortalShortcutBinding() {
+    if (bus_)
+        QDBusConnection::disconnectFromBus(connectionName);
+}
+
+void PortalShortcutBinding::bind(const HotKeyConfig& config,
+                                 std::function<void(const BindingOutcome&)> answer) {
+    release();
+    trigger_ = portalTrigger(config);
+    if (!trigger_) {
+        answer({HotKeyStatus::unavailable, "it is no shortcut: it needs a modifier and a key"});
+        return;
+    }
+    answer_ = std::move(answer);
+    findPortal();
+}
+
+void PortalShortcutBinding::release() {
+    ++attempt_;
+    trigger_.reset();
+    answer_ = nullptr;
+    if (!session_.isEmpty())
+        closeSession(std::exchange(session_, {}));
+}
+
+/// A connection of our own: its first call to the portal has to say who we are, and Qt may have used the
+/// shared one before.
+void PortalShortcutBinding::findPortal() {
+    if (!bus_ || !bus_->isConnected()) {
+        portal_.clear();
+        session_.clear();
+        QDBusConnection::disconnectFromBus(connectionName);
+        bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
+        if (!bus_->isConnected()) {
+            finish({HotKeyStatus::unavailable, "there is no session bus"});
+            return;
+        }
+        watcher_.setConnection(*bus_);
+        watcher_.setWatchedServices({service});
+    }
+    if (introducing_)
+        return;
+    if (portal_.isEmpty())
+        introduceOurselves();
+    else
+        createSession();
+}
+
+/// Portals before version 1.19 have no registry, and need none. Either way the answer tells who the portal
+/// is; the call starts it where it does not run yet.
+void PortalShortcutBinding::introduceOurselves() {
+    introducing_ = true;
+    QDBusMessage introduction =
+        QDBusMessage::createMethodCall(service, path, registry, QStringLiteral("Register"));
+    introduction << applicationId_ << QVariantMap();
+    auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(introduction), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        introducing_ = false;
+        if (!trigger_)
+            return;
+        const QDBusPendingReply<> answer = *finished;
+        if (!answer.reply().service().startsWith(QLatin1Char(':'))) {
+            finish({HotKeyStatus::unavailable,
+                    "the desktop has no portal: " + words(answer.error().message().toStdString())});
+            return;
+        }
+        portal_ = answer.reply().service();
+        bus_->connect(portal_, path, globalShortcuts, QStringLiteral("Activated"), this,
+                      SLOT(activated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
+        createSession();
+    });
+}
+
+void PortalShortcutBinding::createSession() {
+    const QString token = PortalRequest::newToken();
+    QDBusMessage question = call(globalShortcuts, QStringLiteral("CreateSession"));
+    // The portal of Plasma 5.27 takes the shortcuts from here, and ignores those that come later.
+    question << QVariantMap{{QStringLiteral("handle_token"), token},
+                            {QStringLiteral("session_handle_token"), PortalRequest::newToken()},
+                            {QStringLiteral("shortcuts"), shortcuts()}};
+    const auto answer = [this, attempt = attempt_](const Result<PortalResponse>& outcome) {
+        const QString session =
+            outcome ? outcome->results.value(QStringLiteral("session_handle")).toString() : QString();
+        if (attempt != attempt_) {
+            if (!session.isEmpty())
+                closeSession(session);
+        } else if (!outcome) {
+            finish({HotKeyStatus::unavailable,
+                    "the desktop's portal offers no shortcuts: " + words(outcome.error().message)});
+        } else if (outcome->code != PortalResponse::success || session.isEmpty()) {
+            finish({HotKeyStatus::unavailable, "the desktop's portal made no session"});
+        } else {
+            bindShortcut(session);
+        }
+    };
+    new PortalRequest(*bus_, question, token, answer, this);
+}
+
+void PortalShortcutBinding::bindShortcut(const QString& session) {
+    session_ = session;
+    const QString token = PortalRequest::newToken();
+    const QString noWindow;
+    QDBusMessage question = call(globalShortcuts, QStringLiteral("BindShortcuts"));
+    question << QVariant::fromValue(QDBusObjectPath(session)) << shortcuts() << noWindow
+             << QVariantMap{{QStringLiteral("handle_token"), token}};
+    const auto answer = [this, attempt = attempt_](const Result<PortalResponse>& outcome) {
+        if (attempt != attempt_)
+            return;
+        if (!outcome) {
+            finish({HotKeyStatus::unavailable,
+                    "the desktop's portal binds no shortcuts: " + words(outcome.error().message)});
+        } else if (outcome->code == PortalResponse::cancelledByUser) {
+            finish({HotKeyStatus::taken, "it was not allowed"});
+        } else if (outcome->code != PortalResponse::success) {
+            finish({HotKeyStatus::unavailable, "the desktop's portal did not bind it"});
+        } else {
+            // It may still be given a key in the desktop's settings, at any time; so we go on listening.
+            if (!isBound(outcome->results))
+                log("the desktop has given the global shortcut no key; its settings may");
+            finish({});
+        }
+    };
+    new PortalRequest(*bus_, question, token, answer, this);
+}
+
+void PortalShortcutBinding::closeSession(const QString& session) {
+    if (!portal_.isEmpty())
+        bus_->send(
+            QDBusMessage::createMethodCall(portal_, session, sessionInterface, QStringLiteral("Close")));
+}
+
+/// The old portal's sessions are gone with it.
+void PortalShortcutBinding::portalOwnerChanged(const QString& owner) {
+    if (owner == portal_)
+        return;
+    if (!portal_.isEmpty()) {
+        ++attempt_;
+        qDeleteAll(findChildren<PortalRequest*>(Qt::FindDirectChildrenOnly));
+        portal_.clear();
+        session_.clear();
+        if (trigger_)
+            finish({HotKeyStatus::unavailable, "the desktop's portal is gone"});
+    }
+    if (!owner.isEmpty() && trigger_)
+        findPortal();
+}
+
+/// What was bound once stays wanted; whoever waits for an answer gets it and may try another way.
+void PortalShortcutBinding::finish(const BindingOutcome& outcome) {
+    const bool bound = outcome.status == HotKeyStatus::noError;
+    if (!bound && !session_.isEmpty())
+        closeSession(std::exchange(session_, {}));
+    const auto answer = std::exchange(answer_, nullptr);
+    if (!answer) {
+        if (!bound)
+            log("the global shortcut is lost: " + outcome.reason);
+        return;
+    }
+    if (!bound)
+        trigger_.reset();
+    answer(outcome);
+}
+
+QDBusMessage PortalShortcutBinding::call(const QString& interface, const QString& method) const {
+    return QDBusMessage::createMethodCall(portal_, path, interface, method);
+}
+
+QVariant PortalShortcutBinding::shortcuts() const {
+    return QVariant::fromValue(
+        QList<PortalShortcut>{{shortcutId,
+                               {{QStringLiteral("description"), description_},
+                                {QStringLiteral("preferred_trigger"), QString::fromStdString(*trigger_)}}}});
+}
+
+void PortalShortcutBinding::activated(const QDBusObjectPath& session, const QString& shortcut, qulonglong,
+                                      const QVariantMap& options) {
+    if (session_.isEmpty() || session.path() != session_ || shortcut != shortcutId)
+        return;
+    const QString token = options.value(QStringLiteral("activation_token")).toString();
+    pressed.emit(token.size() <= longestText ? token.toStdString() : std::string());
+}
+
+} // namespace quillo
+
+#include "moc_PortalShortcutBinding.cpp"

@@ -1,0 +1,16 @@
+/// A shortcut in the words of the desktop portals.
+#pragma once
+
+#include "model/HotKeyConfig.h"
+
+#include <optional>
+#include <string>
+
+namespace quillo {
+
+/// Such as "CTRL+ALT+LOGO+t" (Shortcuts Specification,
+/// https://specifications.freedesktop.org/shortcuts-spec). Absent where the key is on no keyboard, or there
+/// is no modifier.
+std::optional<std::string> portalTrigger(const HotKeyConfig& config);
+
+} // namespace quillo

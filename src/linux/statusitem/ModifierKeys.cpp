@@ -1,0 +1,12 @@
+#include "linux/statusitem/ModifierKeys.h"
+
+#include <QGuiApplication>
+
+namespace quillo {
+
+bool controlHeld() {
+    return QGuiApplication::platformName() == QLatin1String("xcb") &&
+           QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
+}
+
+} // namespace quillo

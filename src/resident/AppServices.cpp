@@ -1,0 +1,141 @@
+#include "resident/AppServices.h"
+
+#include "base/Log.h"
+#include "base/Product.h"
+#include "control/Client.h"
+#include "unicode/SystemPlace.h"
+
+#include <QTimer>
+#include <utility>
+#include <variant>
+
+namespace quillo {
+
+namespace {
+
+/// What could not be written stays in memory, unlike where a command works by itself.
+control::Answer notWritten(const Error& error) {
+    return Error{error.message + "; the running Quillo keeps the change and tries again with the next one"};
+}
+
+} // namespace
+
+Result<std::unique_ptr<AppServices>> AppServices::open(const std::filesystem::path& folder,
+                                                       PreferencesLock lock) {
+    auto preferences = SqlitePreferences::open(folder, SqlitePreferences::Access::ReadWrite);
+    if (!preferences)
+        return preferences.error();
+    auto calendar = unicode::CivilCalendar::create(unicode::systemTimeZone(), unicode::systemLocale());
+    if (!calendar)
+        return Error{"unknown time zone \"" + unicode::systemTimeZone() + "\""};
+    std::unique_ptr<AppServices> services(
+        new AppServices(folder, std::move(lock), std::move(*preferences), std::move(*calendar)));
+    // A list that could not be read because of the disk is not an empty one.
+    if (const Outcome read = services->preferences_->flush(); !read)
+        return read.error();
+
+    auto server = ControlServer::listen(
+        folder, [raw = services.get()](const auto& request, auto reply) { raw->serve(request, reply); });
+    if (!server)
+        log(server.error().message); // The program works, commands do not reach it.
+    else
+        services->server_ = std::move(*server);
+    return services;
+}
+
+AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lock,
+                         std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
+    : lock_(std::move(lock)), preferences_(std::move(preferences)), backups_(folder, clock_),
+      calendar_(std::move(calendar)),
+      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_}),
+      desktopNotifications_(product::desktopFile),
+      alignment_(ReminderAlignmentDependencies{services_.todoStore(), services_.reminderBook(), clock_,
+                                               calendar_, mainExecutor_}),
+      aligned_(alignment_.aligned.connect([this] {
+          if (!delivery_)
+              delivery_.emplace(ReminderDeliveryDependencies{services_.reminderBook(), clock_, calendar_,
+                                                             timer_, desktopNotifications_});
+      })),
+      zoneWatched_(timeZoneWatch_.changed.connect([this] { followTimeZone(); })) {}
+
+void AppServices::serve(const control::Request& request, const ControlServer::Reply& reply) {
+    if (std::holds_alternative<control::Quit>(request.command)) {
+        // First, as whoever is told may start another at once, which must not find us listening.
+        quitRequested.emit();
+        reply(std::vector<control::NumberedItem>{});
+        return;
+    }
+    if (const auto* window = std::get_if<control::Show>(&request.command)) {
+        reply(show(*window));
+        return;
+    }
+    services_.commands().answer(request, [this, reply](const control::Answer& answer) {
+        if (!answer) {
+            reply(answer);
+            return;
+        }
+        // Whoever asked may rely on what is answered: it is on disk by then.
+        services_.whenSaved([this, reply, answer](const Outcome& saved) {
+            commits_.post([this, reply, answer, saved] {
+                const Outcome outcome = saved ? preferences_->flush() : saved;
+                mainExecutor_.post(
+                    [reply, answer = outcome ? answer : notWritten(outcome.error())] { reply(answer); });
+            });
+        });
+    });
+}
+
+control::Answer AppServices::show(const control::Show& what) const {
+    if (!show_)
+        return Error{"the running Quillo has no screen"};
+    const Outcome shown = show_(what.window);
+    return shown ? control::Answer(std::vector<control::NumberedItem>{}) : control::Answer(shown.error());
+}
+
+void AppServices::addTask(const std::string& text) {
+    // The zone is one that is known already.
+    if (const auto place = places_.at(calendar_.zone(), calendar_.locale()))
+        services_.addTask().add(text, (*place)->parser());
+}
+
+void AppServices::stop(const std::function<void()>& done) {
+    desktopNotifications_.stop();
+    if (server_)
+        server_->stop();
+    services_.addTask().addWaiting(); // Also what the server has just handed over.
+    if (!busy()) {
+        done();
+        return;
+    }
+    const auto settle = [this, done] {
+        if (!busy())
+            done();
+    };
+    if (server_)
+        idle_.push_back(server_->idle.connect(settle));
+    idle_.push_back(desktopNotifications_.idle.connect(settle));
+    QObject::connect(&giveUp_, &QTimer::timeout, [this, done] {
+        log("what is still not answered is given up");
+        idle_.clear();
+        done();
+    });
+    giveUp_.setSingleShot(true);
+    giveUp_.start(control::patience);
+}
+
+/// Whether commands are still to be answered, or a notification may be shown without being noted as such.
+bool AppServices::busy() const {
+    return (server_ && server_->busy()) || desktopNotifications_.busy();
+}
+
+void AppServices::followTimeZone() {
+    auto calendar = unicode::CivilCalendar::create(unicode::systemTimeZone(), calendar_.locale());
+    if (!calendar || calendar->zone() == calendar_.zone())
+        return;
+    calendar_ = std::move(*calendar);
+    if (delivery_)
+        delivery_->calendarChanged();
+    zoneChanged.emit();
+}
+
+} // namespace quillo

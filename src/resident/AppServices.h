@@ -1,0 +1,98 @@
+/// The composition root of what works without a screen: the services and their surroundings.
+#pragma once
+
+#include "base/Clock.h"
+#include "base/Result.h"
+#include "base/SerialQueue.h"
+#include "base/Signal.h"
+#include "control/Request.h"
+#include "entry/Place.h"
+#include "entry/ReminderAlignment.h"
+#include "entry/Services.h"
+#include "linux/ControlServer.h"
+#include "linux/DesktopNotifications.h"
+#include "linux/MainThreadExecutor.h"
+#include "linux/TimeZoneWatch.h"
+#include "linux/TimerfdTimer.h"
+#include "reminders/ReminderDelivery.h"
+#include "sqlite/PreferencesLock.h"
+#include "sqlite/SqlitePreferences.h"
+#include "store/Backups.h"
+#include "sync/UnsetCloudStore.h"
+#include "unicode/CivilCalendar.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillo {
+
+/// Owns the ports and the services that work over them. Belongs to the main thread. Going, it waits until all
+/// that was changed is on disk.
+class AppServices {
+public:
+    /// Loads what the folder holds and begins to remind and to answer commands.
+    static Result<std::unique_ptr<AppServices>> open(const std::filesystem::path& folder,
+                                                     PreferencesLock lock);
+
+    /// A command asked the program to end.
+    Signal<> quitRequested;
+
+    /// The system's time zone is another; calendar() has followed.
+    Signal<> zoneChanged;
+
+    /// A command asks for a window; says whether it can be had. Without it there is no screen.
+    void showWindows(std::function<Outcome(control::Show::Window)> show) { show_ = std::move(show); }
+
+    Services& services() { return services_; }
+    Preferences& preferences() { return *preferences_; }
+    const Clock& clock() const { return clock_; }
+    Executor& mainExecutor() { return mainExecutor_; }
+
+    /// Where the user lives. Stays the same object when the system's time zone changes.
+    const unicode::CivilCalendar& calendar() const { return calendar_; }
+
+    /// Puts the task on the list that the text speaks of, as typed here and now.
+    void addTask(const std::string& text);
+
+    /// Takes no more commands, shows no more reminders, and calls `done` when what had begun is done, or that
+    /// takes too long.
+    void stop(const std::function<void()>& done);
+
+private:
+    AppServices(const std::filesystem::path& folder, PreferencesLock lock,
+                std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar);
+
+    control::Answer show(const control::Show& what) const;
+    void serve(const control::Request& request, const ControlServer::Reply& reply);
+    bool busy() const;
+    void followTimeZone();
+
+    // In the order in which they are made; each may use those above it.
+    PreferencesLock lock_;
+    std::unique_ptr<SqlitePreferences> preferences_;
+    SystemClock clock_;
+    UnsetCloudStore cloud_;
+    MainThreadExecutor mainExecutor_;
+    Backups backups_;
+    unicode::CivilCalendar calendar_;
+    SerialQueue commits_{"Quillo.Commits"};
+    Services services_;
+    Places places_;
+    std::function<Outcome(control::Show::Window)> show_;
+    TimerfdTimer timer_;
+    DesktopNotifications desktopNotifications_;
+    std::optional<ReminderDelivery> delivery_; ///< from when the book is in line with the list
+    ReminderAlignment alignment_;
+    TimeZoneWatch timeZoneWatch_;
+    std::unique_ptr<ControlServer> server_;
+    Connection aligned_;
+    Connection zoneWatched_;
+    std::vector<Connection> idle_;
+    QTimer giveUp_;
+};
+
+} // namespace quillo

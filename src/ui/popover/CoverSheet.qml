@@ -1,0 +1,41 @@
+import QtQuick
+import Quillo
+
+/// A place for something that covers the popover until it is dismissed. Nothing is loaded before it is first shown.
+Item {
+    id: root
+
+    required property bool shown
+    required property url source
+    required property real cornerRadius
+
+    signal dismissed
+
+    anchors.fill: parent
+
+    onShownChanged: update()
+    Component.onCompleted: update()
+
+    function update() {
+        if (shown && loader.status === Loader.Null)
+            loader.setSource(source, {
+                parent: root.parent,
+                cornerRadius: Qt.binding(() => root.cornerRadius)
+            });
+        if (loader.item)
+            loader.item.visible = shown;
+    }
+
+    Loader {
+        id: loader
+        onLoaded: (item as SheetPopup).visible = root.shown
+    }
+
+    Connections {
+        target: loader.item
+        function onClosed() {
+            if (root.shown)
+                root.dismissed();
+        }
+    }
+}

@@ -1,0 +1,124 @@
+#include "ui/popover/Popover.h"
+
+#include "base/Log.h"
+#include "ui/placement/WindowPlacement.h"
+#include "ui/popover/PopoverModel.h"
+
+#include <QCursor>
+#include <QQmlComponent>
+#include <QQuickWindow>
+#include <QVariant>
+#include <utility>
+
+namespace quillo {
+
+namespace {
+
+/// A click on the icon first takes the keyboard away, which closes the popover, and then asks for it.
+constexpr int sameClickMilliseconds = 250;
+
+constexpr int fadeMilliseconds = 100;
+
+} // namespace
+
+Popover::Popover(Engine engine, PopoverModel& model, const AppearanceSettings& appearance)
+    : engine_(std::move(engine)), model_(model), appearance_(appearance) {
+    connect(&model_, &PopoverModel::closeRequested, this, &Popover::close);
+    connect(&fading_, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& opacity) { window_->setOpacity(opacity.toDouble()); });
+    connect(&fading_, &QVariantAnimation::finished, this, [this] {
+        if (!shown_)
+            window_->hide();
+    });
+}
+
+Popover::~Popover() = default;
+
+void Popover::show(const std::optional<ScreenPoint>& anchor, const std::string& activationToken) {
+    if (!window_ && !make())
+        return;
+    if (!shown_) {
+        place(anchor);
+        setShown(true);
+        fadeTo(1);
+    }
+    window_->show();
+    window_->raise();
+    // Where Qt looks for it, and takes it away, when a window asks for the keyboard under Wayland.
+    if (!activationToken.empty())
+        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activationToken));
+    window_->requestActivate();
+}
+
+void Popover::close() {
+    if (!shown_)
+        return;
+    setShown(false);
+    fadeTo(0);
+}
+
+void Popover::toggle(const std::optional<ScreenPoint>& anchor, const std::string& activationToken) {
+    if (shown_)
+        close();
+    else if (!sinceFocusLoss_.isValid() || sinceFocusLoss_.hasExpired(sameClickMilliseconds))
+        show(anchor, activationToken);
+}
+
+bool Popover::make() {
+    QQmlComponent component(&engine_(), QUrl(QStringLiteral("qrc:/qt/qml/Quillo/PopoverWindow.qml")));
+    std::unique_ptr<QObject> object(
+        component.createWithInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model_)}}));
+    auto* window = qobject_cast<QQuickWindow*>(object.get());
+    if (window == nullptr) {
+        log("the popover cannot be shown: " + component.errorString().toStdString());
+        return false;
+    }
+    object.release();
+    window_.reset(window);
+    const auto blend = [this](const Appearance& appearance) {
+        window_->setProperty("translucent", !appearance.reduceTransparency);
+    };
+    blend(appearance_.appearance().get());
+    appearanceChanged_ = appearance_.appearance().observe(blend);
+    connect(window, &QWindow::activeChanged, this, [this] {
+        if (shown_ && !window_->isActive()) {
+            close();
+            sinceFocusLoss_.start();
+        }
+    });
+    // A window manager may close it, too.
+    connect(window, &QWindow::visibleChanged, this, [this](bool visible) {
+        if (!visible)
+            setShown(false);
+    });
+    return true;
+}
+
+void Popover::place(const std::optional<ScreenPoint>& anchor) {
+    const std::vector<ScreenArea> screens = currentScreens();
+    const auto spot = anchor ? fromDevicePixels({anchor->x, anchor->y}, screens) : std::nullopt;
+    // What surrounds the popover is its shadow, which may lie under panels and beyond edges.
+    const int shadow = window_->property("shadowWidth").toInt();
+    const QSize size = window_->size() - QSize(2 * shadow, 2 * shadow);
+    if (const auto corner = popoverPosition(spot, QCursor::pos(), size, screens))
+        window_->setPosition(*corner - QPoint(shadow, shadow));
+}
+
+void Popover::setShown(bool shown) {
+    shown_ = shown;
+    model_.setActive(shown);
+}
+
+void Popover::fadeTo(double opacity) {
+    const Appearance& appearance = appearance_.appearance().get();
+    const bool fades = !appearance.reduceTransparency && !appearance.reduceMotion;
+    const double from = window_->isVisible() ? window_->opacity() : 0;
+    fading_.stop();
+    fading_.setStartValue(fades ? from : opacity);
+    fading_.setEndValue(opacity);
+    fading_.setDuration(fades ? fadeMilliseconds : 0);
+    window_->setOpacity(fading_.startValue().toDouble());
+    fading_.start();
+}
+
+} // namespace quillo

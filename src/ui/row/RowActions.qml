@@ -1,0 +1,32 @@
+import QtQuick
+import Quillo
+
+/// The buttons that a row shows under the pointer or with the keyboard in it.
+Row {
+    id: root
+
+    required property string title
+    /// Whether Tab stops at them.
+    required property bool reachable
+
+    signal reminderRequested
+    signal deleteRequested
+
+    spacing: 0
+
+    IconButton {
+        symbol: "bell"
+        symbolSize: 14
+        name: qsTr("Set reminder for %1").arg(root.title)
+        activeFocusOnTab: root.reachable
+        onClicked: root.reminderRequested()
+    }
+
+    IconButton {
+        symbol: "trash"
+        symbolSize: 14
+        name: qsTr("Delete %1").arg(root.title)
+        activeFocusOnTab: root.reachable
+        onClicked: root.deleteRequested()
+    }
+}

@@ -1,0 +1,194 @@
+"""What goes wrong around the program while its windows are used: nothing is lost, nothing crashes, the log says why."""
+
+import fcntl
+import time
+import unittest
+
+from desktop import Desktop
+from desktop_program import DesktopProgram, wait_until
+from quillo_on_desktop import SHORTCUT, WAIT_SECONDS, DesktopTest, LoneQuillo, Program
+from quillo_command import CommandTest, stored_task
+
+SHORTCUT_IN_OPENBOX = "C-A-W-t"
+# The program lets a command hold the list for so long.
+LONGEST_COMMAND = 5
+
+
+class OwnDesktopTest(DesktopTest):
+    """Where the desktop itself is broken: each test has its own."""
+
+    @classmethod
+    def setUpClass(cls):
+        super(DesktopTest, cls).setUpClass()
+
+    def setUp(self):
+        self.desktop = self.enterContext(Desktop(**self.desktop_options))
+        super().setUp()
+
+
+class TheScreenGoes(OwnDesktopTest):
+    def test_a_task_entered_just_before_is_there_at_the_next_start(self):
+        for number, window in enumerate(("open_popover", "open_quick_add")):
+            with self.subTest(window), Desktop() as desktop:
+                self.desktop = desktop
+                self.quillo = self.make_quillo(window)
+                program = Program(desktop, self.quillo)
+                self.addCleanup(program.kill)
+                program.wait_until_ready()
+                desktop.status_icon()
+                getattr(program, window)()
+                desktop.input.type(f"task {number}\n")
+                time.sleep(0.05)
+                desktop.server.kill()
+                code = program.wait()
+                # However it ended, it was no crash.
+                self.assertGreaterEqual(code, 0, program.errors)
+                self.assertEqual(self.quillo.titles(), [f"task {number}"])
+
+
+class TheBusGoes(OwnDesktopTest):
+    def test_it_ends_in_order(self):
+        program = self.start()
+        program.open_popover()
+        self.input.type("last words\n")
+        time.sleep(0.05)
+        self.desktop.bus.die()
+        self.assertEqual(program.wait(), 0, program.errors)
+        self.assertIn("session bus is gone", program.errors)
+        self.assertEqual(self.quillo.titles(), ["last words"])
+
+    def _end(self, program):
+        program.kill()
+
+
+class ThereIsNoBus(OwnDesktopTest):
+    desktop_options = {"bus": False}
+
+    def test_it_works_and_says_what_is_missing(self):
+        program = self.start()
+        self.assertIn("no session bus", program.errors)
+        self.input.key(SHORTCUT)
+        wait_until(program.is_active, "quick add has the keyboard", WAIT_SECONDS)
+        self.input.type("without a bus\n")
+        self.eventually(self.quillo.titles, ["without a bus"])
+        self.done("open")
+        wait_until(program.is_active, "the popover has the keyboard", WAIT_SECONDS)
+        self.input.type("again\n")
+        self.eventually(self.quillo.titles, ["again", "without a bus"])
+        self.assert_ends_well(program)
+
+
+class ThereAreNoNotifications(DesktopTest):
+    desktop_options = {"notifications": False}
+
+    def test_tasks_with_a_date_are_kept(self):
+        program = self.start()
+        popover = program.open_popover()
+        self.input.type("Call mom tomorrow at 9am\n")
+        popover.row("Call mom")
+        self.assertIn("dueDate", self.quillo.tasks()[0])
+        self.assert_ends_well(program)
+
+
+class TheShortcutIsTaken(DesktopTest):
+    desktop_options = {"taken_keys": [SHORTCUT_IN_OPENBOX]}
+
+    def test_the_log_says_so_and_the_rest_works(self):
+        program = self.start()
+        wait_until(lambda: "shortcut" in program.errors, "the log names the shortcut", WAIT_SECONDS)
+        self.input.key(SHORTCUT)
+        popover = program.open_popover()
+        self.assertFalse(program.has_quick_add())
+        self.input.type("milk\n")
+        popover.row("milk")
+        self.done("quick-add")
+        program.quick_add()
+
+
+class TheListIsHeld(DesktopTest):
+    def hold(self):
+        """As a command does that changes the list."""
+        self.quillo.folder.mkdir(parents=True, exist_ok=True)
+        lock = open(self.quillo.folder / "preferences.lock", "w")
+        self.addCleanup(lock.close)
+        fcntl.flock(lock, fcntl.LOCK_EX)
+        return lock
+
+    def launch(self):
+        """A run of the program that may not be ready for commands."""
+        program = Program(self.desktop, self.quillo)
+        self.addCleanup(self._end, program)
+        return program
+
+    def test_the_icon_is_there_and_the_list_comes_with_its_end(self):
+        self.quillo.put_items(stored_task(1, "kept"))
+        lock = self.hold()
+        program = self.launch()
+        icon = self.desktop.status_icon()
+        self.assertFalse(program.answers())
+        # A click on it breaks nothing.
+        self.input.click(icon)
+        lock.close()
+        program.wait_until_ready()
+        if not program.has_popover():
+            program.open_popover()
+        self.assertEqual(program.popover().rows(), ["kept"])
+
+    def test_it_gives_up_in_words(self):
+        self.hold()
+        program = self.launch()
+        self.desktop.status_icon()
+        self.assertEqual(program.wait(), 1)
+        self.assertRegex(program.errors, "held|use")
+
+
+class TwoAtOnce(DesktopTest):
+    def test_a_second_start_hands_over(self):
+        program = self.start()
+        self.add("milk")
+        for arguments in ((), ("--show", "quick-add")):
+            second = DesktopProgram(self.quillo.folder, program.environment, arguments=arguments)
+            self.addCleanup(second.kill)
+            self.assertEqual(second.wait(), 0, second.errors)
+        program.quick_add()
+        self.assertEqual(self.quillo.titles(), ["milk"])
+
+    def test_many_starts_at_once_leave_one(self):
+        programs = [Program(self.desktop, self.quillo) for _ in range(4)]
+        for program in programs:
+            self.addCleanup(program.kill)
+        wait_until(lambda: sum(program.has_ended() for program in programs) == 3, "three hand over")
+        (left,) = [program for program in programs if not program.has_ended()]
+        left.wait_until_ready()
+        self.add("milk")
+        self.eventually(left.open_popover().rows, ["milk"])
+        for program in programs:
+            if program is not left:
+                self.assertEqual(program.wait(), 0, program.errors)
+
+
+class TheEnd(DesktopTest):
+    def test_in_the_middle_of_saving_many(self):
+        self.quillo.put_items(*(stored_task(number, f"Task {number}") for number in range(20_000)))
+        program = self.start()
+        program.open_popover()
+        self.input.type("first\nsecond\nthird\n")
+        time.sleep(0.02)
+        self.assert_ends_well(program)
+        # What had been entered by then is kept; typing goes on after the signal, unheard.
+        titles = self.quillo.titles()
+        self.assertEqual(len(titles) - 20_000, titles.index("Task 0"))
+        self.assertIn(titles[: titles.index("Task 0")], ([], ["first"], ["second", "first"], ["third", "second", "first"]))
+
+    def test_everything_answered_is_kept(self):
+        program = self.start()
+        popover = program.open_popover()
+        for number in range(5):
+            self.input.type(f"task {number}\n")
+        self.eventually(lambda: len(popover.rows()), 5)
+        self.assert_ends_well(program)
+        self.assertEqual(self.quillo.titles(), [f"task {number}" for number in reversed(range(5))])
+
+
+if __name__ == "__main__":
+    unittest.main()
