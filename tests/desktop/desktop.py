@@ -178,6 +178,10 @@ class Desktop:
         self._processes.append(process)
         return process
 
+    def told(self):
+        """What the programs of the desktop have written, one text each."""
+        return [str(process) for process in self._processes if isinstance(process, Process)]
+
     # The parts, each of which returns when it does what it is there for.
 
     def _start_screen(self):
@@ -280,6 +284,7 @@ class Process:
     """A program that runs on the desktop. What it writes is kept, to be shown where something fails."""
 
     def __init__(self, command, environment, folder, **options):
+        self._name = command[0]
         self._output = tempfile.TemporaryFile(dir=folder)
         # Should the test be killed, it goes too.
         self.process = subprocess.Popen(
@@ -292,6 +297,12 @@ class Process:
     @property
     def output(self):
         return os.pread(self._output.fileno(), 1 << 20, 0).decode(errors="replace")
+
+    def __str__(self):
+        if self._output.closed:
+            return f"{self._name}: stopped"
+        end = self.process.poll()
+        return f"{self._name}: {'runs' if end is None else f'has ended with {end}'}: {self.output}"
 
     def kill(self):
         self.process.kill()

@@ -1,4 +1,4 @@
-"""What pictures of the screen show: colours, how well text stands out, and whether anything is cut off."""
+"""What pictures of the screen show: colours, and how well text stands out."""
 
 from PIL import Image, ImageChops
 
@@ -53,15 +53,3 @@ def text_contrast(picture):
         if seen >= inside:
             return ratio
     return 1.0
-
-
-def touched_edges(picture):
-    """The edges of the picture that something on it reaches, of "left", "right", "top" and "bottom": text that ends there
-    is likely to be cut off."""
-    ground = Image.new("RGB", picture.size, background(picture))
-    box = ImageChops.difference(picture, ground).convert("L").point(lambda value: 255 if value > 48 else 0).getbbox()
-    if not box:
-        return set()
-    left, top, right, bottom = box
-    edges = {"left": left == 0, "top": top == 0, "right": right == picture.width, "bottom": bottom == picture.height}
-    return {name for name, touched in edges.items() if touched}

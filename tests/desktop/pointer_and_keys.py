@@ -10,8 +10,9 @@ LEFT, MIDDLE, RIGHT, WHEEL_UP, WHEEL_DOWN = 1, 2, 3, 4, 5
 DOUBLE_CLICK_SECONDS = 0.5
 # A key that is held during a click is held so much longer than the button, at least.
 HELD_SECONDS = 0.1
-# A drag is one only after some way, and where the pointer comes by.
+# A drag is one only after some way, and where the pointer comes by, not faster than a hand.
 DRAG_STEPS = 8
+DRAG_STEP_SECONDS = 0.02
 # The names of the keys that hold others down.
 HELD = {"ctrl": "Control_L", "alt": "Alt_L", "shift": "Shift_L", "super": "Super_L"}
 # Characters that are no keysym's name.
@@ -62,6 +63,7 @@ class PointerAndKeys:
         self.move(start)
         self.press()
         for step in range(1, DRAG_STEPS + 1):
+            time.sleep(DRAG_STEP_SECONDS)
             self.move(tuple(a + (b - a) * step / DRAG_STEPS for a, b in zip(start, end)))
         self.release()
 

@@ -1,11 +1,12 @@
 """The real program on a private desktop, as its user meets it: each file here opens windows and works in them.
 
 What is named below is named as assistive programs hear it. With QUILLO_FAILURES set to a folder, a test that fails
-leaves there what was on the screen then.
+leaves there what was on the screen then, and what the programs have said.
 """
 
 import os
 import pathlib
+import sys
 import time
 
 from gi.repository import GLib
@@ -95,9 +96,11 @@ class Program(DesktopProgram):
         return next((window for window in self.windows() if window.title == title), None)
 
     def _ready_window(self, title):
-        """The window of this title, when it is there and has the keyboard."""
+        """The window of this title, when it is there, has the keyboard, and can be seen."""
         window = wait_until(lambda: self._window_titled(title), f"the window {title!r} is there", WAIT_SECONDS)
         wait_until(self.is_active, f"the window {title!r} has the keyboard", WAIT_SECONDS)
+        is_painted = self.desktop.screen.is_painted
+        wait_until(lambda: is_painted(window.area), f"the window {title!r} is painted", WAIT_SECONDS)
         return window
 
 
@@ -207,6 +210,7 @@ class DesktopTest(CommandTest):
 
     def setUp(self):
         super().setUp()
+        self._programs = []
         self.input = self.desktop.input
         # Where it points at nothing of ours.
         self.input.move((5, self.desktop.size[1] - 5))
@@ -217,9 +221,15 @@ class DesktopTest(CommandTest):
     def start(self, **options):
         """A run of the program, ready for commands, with its icon on the panel where there is one. It is killed if the
         test does not end it."""
-        program = Program(self.desktop, self.quillo, **options)
-        self.addCleanup(self._end, program)
+        program = self.launch(**options)
         program.wait_until_ready()
+        return program
+
+    def launch(self, **options):
+        """The same, that may not be ready."""
+        program = Program(self.desktop, self.quillo, **options)
+        self._programs.append(program)
+        self.addCleanup(self._end, program)
         return program
 
     def _end(self, program):
@@ -232,15 +242,21 @@ class DesktopTest(CommandTest):
         try:
             super()._callTestMethod(method)
         except BaseException:
-            self._keep_picture()
+            self._keep_evidence()
             raise
 
-    def _keep_picture(self):
-        folder = os.environ.get("QUILLO_FAILURES")
-        if folder:
-            path = pathlib.Path(folder)
-            path.mkdir(parents=True, exist_ok=True)
-            self.desktop.screen.picture().save(path / f"{self.id()}.png")
+    def _keep_evidence(self):
+        if not (folder := os.environ.get("QUILLO_FAILURES")):
+            return
+        name = pathlib.Path(sys.argv[0]).stem + self.id().removeprefix("__main__")
+        evidence = pathlib.Path(folder) / name
+        evidence.parent.mkdir(parents=True, exist_ok=True)
+        texts = [f"quillo-desktop: {program.errors}" for program in self._programs]
+        evidence.with_suffix(evidence.suffix + ".txt").write_text("\n".join([*texts, *self.desktop.told()]))
+        try:
+            self.desktop.screen.picture().save(f"{evidence}.png")
+        except OSError:  # The screen is gone; some tests want that.
+            pass
 
     def add(self, *texts):
         for text in texts:

@@ -6,11 +6,14 @@ from PIL import ImageGrab
 from Xlib import X, Xatom, error
 from Xlib.display import Display
 from Xlib.protocol import event
+from Xlib.xobject.resource import Resource
 
 from desktop_program import PATIENCE_SECONDS, wait_until
 
 # Two pictures that far apart and alike: what was moving has come to rest.
 REST_SECONDS = 0.1
+# No ground, shadows aside, has more colours.
+COLOURS_OF_EMPTINESS = 64
 
 
 class Window:
@@ -143,14 +146,16 @@ class Screen:
         return None
 
     def active_process(self):
-        """The process whose window has the keyboard, or None."""
-        found = self._root_property("_NET_ACTIVE_WINDOW")
-        if found is None or not found[0]:
-            return None
+        """The process that keys go to, or None. The window manager's word for it comes earlier than the keyboard."""
+        window = self.display.get_input_focus().focus
         try:
-            return Window(self.display, self.display.create_resource_object("window", found[0])).process
-        except error.BadWindow:
-            return None
+            while isinstance(window, Resource):
+                if process := Window(self.display, window).process:
+                    return process
+                window = window.query_tree().parent
+        except error.BadWindow:  # It went while we looked.
+            pass
+        return None
 
     def paint(self, colour):
         """Gives the desktop's ground that colour, (red, green, blue) of 255."""
@@ -185,6 +190,11 @@ class Screen:
             left, top, width, height = area
             box = (left, top, left + width, top + height)
         return ImageGrab.grab(box, xdisplay=self.name).convert("RGB")
+
+    def is_painted(self, area):
+        """Whether there is more than an empty ground: text has many colours, along the edges of its strokes."""
+        picture = self.picture(area)
+        return len(picture.getcolors(picture.width * picture.height)) > COLOURS_OF_EMPTINESS
 
     def picture_at_rest(self, area=None):
         """The same, when nothing moves there any more."""

@@ -6,12 +6,10 @@ import unittest
 
 from desktop import Desktop
 from desktop_program import DesktopProgram, wait_until
-from quillo_on_desktop import SHORTCUT, WAIT_SECONDS, DesktopTest, LoneQuillo, Program
-from quillo_command import CommandTest, stored_task
+from quillo_command import stored_task
+from quillo_on_desktop import SHORTCUT, WAIT_SECONDS, DesktopTest
 
 SHORTCUT_IN_OPENBOX = "C-A-W-t"
-# The program lets a command hold the list for so long.
-LONGEST_COMMAND = 5
 
 
 class OwnDesktopTest(DesktopTest):
@@ -32,9 +30,7 @@ class TheScreenGoes(OwnDesktopTest):
             with self.subTest(window), Desktop() as desktop:
                 self.desktop = desktop
                 self.quillo = self.make_quillo(window)
-                program = Program(desktop, self.quillo)
-                self.addCleanup(program.kill)
-                program.wait_until_ready()
+                program = self.start()
                 desktop.status_icon()
                 getattr(program, window)()
                 desktop.input.type(f"task {number}\n")
@@ -114,12 +110,6 @@ class TheListIsHeld(DesktopTest):
         fcntl.flock(lock, fcntl.LOCK_EX)
         return lock
 
-    def launch(self):
-        """A run of the program that may not be ready for commands."""
-        program = Program(self.desktop, self.quillo)
-        self.addCleanup(self._end, program)
-        return program
-
     def test_the_icon_is_there_and_the_list_comes_with_its_end(self):
         self.quillo.put_items(stored_task(1, "kept"))
         lock = self.hold()
@@ -154,9 +144,7 @@ class TwoAtOnce(DesktopTest):
         self.assertEqual(self.quillo.titles(), ["milk"])
 
     def test_many_starts_at_once_leave_one(self):
-        programs = [Program(self.desktop, self.quillo) for _ in range(4)]
-        for program in programs:
-            self.addCleanup(program.kill)
+        programs = [self.launch() for _ in range(4)]
         wait_until(lambda: sum(program.has_ended() for program in programs) == 3, "three hand over")
         (left,) = [program for program in programs if not program.has_ended()]
         left.wait_until_ready()

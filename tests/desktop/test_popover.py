@@ -267,7 +267,7 @@ class KeyboardAlone(PopoverTest):
     def test_the_menu_key_opens_the_menu(self):
         self.input.key("Menu")
         self.assertEqual(self.popover.menu_items(), ["Mark complete", "Edit", "Delete"])
-        self.input.key("Down")
+        # The keyboard is on the first item, as the keyboard has opened it.
         self.input.key("Return")
         self.eventually(self.quillo.titles, ["one", "two", "three"])
         self.eventually(self.active_titles, ["two", "three"])
@@ -320,6 +320,7 @@ class LongLists(PopoverTest):
         popover.row("Task 99999")
         self.input.key("Home")
         self.input.click(popover.entry.centre)
+        self.eventually(lambda: "focused" in popover.entry.states, True)
         self.input.type("one more\n")
         popover.row("one more")
         self.assertTrue(popover.has("label", "100,000 active"))

@@ -136,7 +136,7 @@ class Panel(QuickAddTest):
     def test_it_is_dragged_by_its_background(self):
         panel = self.open()
         left, top, width, height = panel.window.area
-        grip = (left + width // 2, top + (height - QUICK_ADD_SIZE[1]) // 2 + 8)
+        grip = (left + (width - QUICK_ADD_SIZE[0]) // 2 + 10, top + height // 2)
         self.input.drag(grip, (grip[0] + 60, grip[1] + 40))
         self.eventually(lambda: panel.window.area[:2], (left + 60, top + 40))
         self.input.type("after a drag\n")
