@@ -211,6 +211,7 @@ class DesktopTest(CommandTest):
     def setUp(self):
         super().setUp()
         self._programs = []
+        self.addCleanup(self._end_programs)
         self.input = self.desktop.input
         # Where it points at nothing of ours.
         self.input.move((5, self.desktop.size[1] - 5))
@@ -229,13 +230,13 @@ class DesktopTest(CommandTest):
         """The same, that may not be ready."""
         program = Program(self.desktop, self.quillo, **options)
         self._programs.append(program)
-        self.addCleanup(self._end, program)
         return program
 
-    def _end(self, program):
-        program.kill()
-        # Its icon must not be taken for that of the next program.
+    def _end_programs(self):
+        for program in self._programs:
+            program.kill()
         if self.desktop.has_panel():
+            # An icon must not be taken for that of the next program.
             wait_until(lambda: not self.desktop.status_icons(), "the icon is gone")
 
     def _callTestMethod(self, method):

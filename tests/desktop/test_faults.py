@@ -23,6 +23,10 @@ class OwnDesktopTest(DesktopTest):
         self.desktop = self.enterContext(Desktop(**self.desktop_options))
         super().setUp()
 
+    def _end_programs(self):
+        for program in self._programs:
+            program.kill()
+
 
 class TheScreenGoes(OwnDesktopTest):
     def test_a_task_entered_just_before_is_there_at_the_next_start(self):
@@ -52,9 +56,6 @@ class TheBusGoes(OwnDesktopTest):
         self.assertEqual(program.wait(), 0, program.errors)
         self.assertIn("session bus is gone", program.errors)
         self.assertEqual(self.quillo.titles(), ["last words"])
-
-    def _end(self, program):
-        program.kill()
 
 
 class ThereIsNoBus(OwnDesktopTest):

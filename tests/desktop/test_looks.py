@@ -15,6 +15,8 @@ from quillo_on_desktop import (
 )
 
 DARK, LIGHT = 1, 2
+GROUND = (200, 40, 160)  # like nothing of ours
+UNPAINTED = (0, 0, 0)
 # What has text of its own on the screen.
 TEXT_ROLES = ("label", "heading", "push button", "menu item", "list item", "text")
 # Buttons whose symbol is all they show.
@@ -154,18 +156,16 @@ class Sizes(Looks):
                 panel = program.open_quick_add()
                 expected = tuple(round(length * scale) for length in QUICK_ADD_SIZE)
                 self.assertEqual(panel.window.area[2:], expected)
-                self._end(program)
+                self._end_programs()
 
     def test_without_a_compositor_corners_are_filled(self):
         program = self.start()
-        for view in (program.open_popover(), program.open_quick_add()):
-            picture = view.picture()
-            inside = background(picture)
-            desktop = self.desktop.screen.picture((2, self.desktop.size[1] - 2, 1, 1)).getpixel((0, 0))
+        self.desktop.screen.paint(GROUND)
+        for open_view in (program.open_popover, program.open_quick_add):
+            picture = open_view().picture()
             for x in (1, picture.width - 2):
                 for y in (1, picture.height - 2):
-                    self.assertNotEqual(picture.getpixel((x, y)), desktop)
-                    self.assertNotEqual(picture.getpixel((x, y)), (0, 0, 0), inside)
+                    self.assertNotIn(picture.getpixel((x, y)), (GROUND, UNPAINTED))
 
 
 class LiveChanges(Looks):
