@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes docs/performance.md of what was measured: report.py BENCHMARKS.json WHOLE_PROCESS.json"""
+"""Makes docs/performance.md of what was measured: report.py BENCHMARKS.json WHOLE_PROCESS.json DESKTOP.json"""
 
 import json
 import os
@@ -52,6 +52,58 @@ def table(heading, rows):
 def beside(found, what, ours, floor, key):
     our, its = found[ours][key], found[floor][key]
     return [what, number(our), number(its), f"{our / its:.2f}"]
+
+
+def beside_floor(rows, floor, keys):
+    """A row for each program: its figures, and its processor time as a part of that of the floor."""
+    for name, row in rows.items():
+        ratio = row["cpu_ms"] / rows[floor]["cpu_ms"]
+        yield [name, *(number(row[key]) for key in keys), f"{ratio:.2f}"]
+
+
+def desktop(found):
+    """What bench/desktop/measure.py has found."""
+    print("## On the desktop\n")
+    print(
+        "On a private desktop, in turns. The floors are the least that Qt programs of the kind are: one with an icon "
+        "in the status area, and a Qt Quick window with an entry field and a hundred rows, both in `bench/desktop`. "
+        "Memory is in MB of 2^20 bytes.\n"
+    )
+    print("From exec to the status area's word that the item is there, and until the program has come to rest:\n")
+    keys = ("cpu_ms", "wall_ms", "rest_cpu_ms")
+    table(
+        ["", "processor time", "elapsed", "processor time until at rest", "ratio to the floor"],
+        beside_floor(found["status_item"], "bare Qt tray program", keys),
+    )
+    print("From exec to a painted window, and the memory while it is shown:\n")
+    keys = ("cpu_ms", "wall_ms", "resident_mb", "proportional_mb", "anonymous_mb")
+    table(
+        ["", "processor time", "elapsed", "resident", "proportional", "anonymous", "ratio to the floor"],
+        beside_floor(found["first_frame"], "bare Qt list window", keys),
+    )
+    for name in found["absent"]:
+        print(f"{name} was not installed.\n")
+    print("The program in use, its popover opened and closed, then left alone:\n")
+    (idle,) = {row["idle_s"] for row in found["in_use"].values()}
+    table(
+        ["", *found["in_use"]],
+        [
+            [what, *(number(row[key]) for row in found["in_use"].values())]
+            for what, key in (
+                ("from a click to the painted popover, elapsed, median", "reopen_wall_ms"),
+                ("the same, processor time", "reopen_cpu_ms"),
+                ("popover open and untouched, processor time a second", "shown_cpu_ms_per_s"),
+                (f"popover closed, context switches in {idle:g} s", "idle_context_switches"),
+                ("popover closed, resident MB", "closed_resident_mb"),
+                ("popover closed, proportional MB", "closed_proportional_mb"),
+                ("popover closed, anonymous MB", "closed_anonymous_mb"),
+                ("one `quillo done`, main thread, with the icon's number", "done_main_thread_ms"),
+            )
+        ],
+    )
+    print("The bare Qt tray program at rest, for comparison:\n")
+    (floor,) = found["resting"].values()
+    table(["resident MB", "proportional MB", "anonymous MB"], [[number(value) for value in floor.values()]])
 
 
 def main():
@@ -131,6 +183,20 @@ def main():
                 [f"{change}, {size:,} tasks", *(number(row[counter]) for counter in ("median_us", "p99_us", "background_us"))]
             )
     table(["", "main thread, median", "99th percentile", "background"], rows)
+
+    print("The same with the popover's rows following:\n")
+    table(
+        ["", "main thread, median", "99th percentile"],
+        [
+            [f"toggle, {size:,} tasks", number(row["median_us"]), number(row["p99_us"])]
+            for size in SIZES
+            for key, row in found.items()
+            if key.startswith(f"task list model/toggle/{size}/")
+        ],
+    )
+
+    with open(sys.argv[3], encoding="utf-8") as file:
+        desktop(json.load(file))
 
 
 if __name__ == "__main__":

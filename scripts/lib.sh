@@ -16,8 +16,8 @@ test_packages=(libgtest-dev libgmock-dev librapidcheck-dev python3 tzdata sqlite
 desktop_test_packages=(xvfb openbox picom xfce4-panel dunst dbus-daemon at-spi2-core xterm fonts-dejavu-core adwaita-icon-theme
   python3 python3-gi gir1.2-glib-2.0 python3-xlib python3-pil libfaketime)
 test_packages+=("${desktop_test_packages[@]}")
-long_test_packages=(clang-tidy)
-bench_packages=(libbenchmark-dev taskwarrior)
+long_test_packages=(clang-tidy kwin-wayland xdg-desktop-portal xdg-desktop-portal-kde qtwayland5 qt6-wayland)
+bench_packages=(libbenchmark-dev taskwarrior xpad gnote)
 
 # install_packages PACKAGE...: installs what is missing, on Debian and its kin; elsewhere names it and stops.
 install_packages() {

@@ -38,6 +38,8 @@ void AppDelegate::finishLaunching() {
     with_.startUpdater();
     with_.prepareLanguageModel();
     launched_ = true;
+    if (earlyClick_)
+        with_.popover().show(earlyClick_->place, earlyClick_->activationToken);
 }
 
 Outcome AppDelegate::show(control::Show::Window window, const std::string& activationToken) {
@@ -77,6 +79,8 @@ void AppDelegate::handleClick(const StatusItemClick& click) {
         showStatusMenu(click.place);
     else if (launched_)
         with_.popover().toggle(click.place, click.activationToken);
+    else if (std::exchange(earlyClick_, std::nullopt) == std::nullopt)
+        earlyClick_ = click;
 }
 
 void AppDelegate::showStatusMenu(const std::optional<ScreenPoint>& place) {

@@ -86,6 +86,7 @@ private:
 
     const AppDelegateDependencies with_;
     bool launched_ = false;
+    std::optional<StatusItemClick> earlyClick_; ///< one that asked for the popover before the list was there
     std::vector<Connection> connections_;
 };
 

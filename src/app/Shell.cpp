@@ -83,6 +83,15 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
         translator_.load(QStringLiteral("quillo_en"), folder))
         QCoreApplication::installTranslator(&translator_);
 
+    menuActions_ = {
+        .quickAdd = [this] { quickAdd().show({}); },
+        .exportMarkdown = nullptr,
+        .exportJson = nullptr,
+        .openStatistics = nullptr,
+        .openSettings = nullptr,
+        .checkForUpdates = nullptr,
+        .quit = [this] { application_.quit(); },
+    };
     delegate_.emplace(AppDelegateDependencies{
         .statusItem = statusItem_,
         .todoStore = [this]() -> TodoStore& { return services_->services().todoStore(); },
@@ -91,12 +100,12 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
         .quickAdd = [this]() -> QuickAddPlace& { return quickAdd(); },
         .startUpdater = [] {},
         .prepareLanguageModel = [] {},
-        .openSettings = nullptr,
-        .openStatistics = nullptr,
-        .exportMarkdown = nullptr,
-        .exportJson = nullptr,
-        .checkForUpdates = nullptr,
-        .quit = [this] { application_.quit(); },
+        .openSettings = menuActions_.openSettings,
+        .openStatistics = menuActions_.openStatistics,
+        .exportMarkdown = menuActions_.exportMarkdown,
+        .exportJson = menuActions_.exportJson,
+        .checkForUpdates = menuActions_.checkForUpdates,
+        .quit = menuActions_.quit,
     });
     connections_.push_back(application_.staying.connect([this] { delegate_->showStatusItem(); }));
     connections_.push_back(
@@ -137,9 +146,8 @@ PopoverPlace& Shell::popover() {
         .calendar = services_->calendar(),
         .statsStore = [this]() -> StatsStore& { return services_->services().statsStore(); },
         .addTask = [this](const std::string& text) { services_->addTask(text); },
+        .actions = menuActions_,
     });
-    QObject::connect(popoverModel_.get(), &PopoverModel::quickAddRequested, [this] { quickAdd().show({}); });
-    QObject::connect(popoverModel_.get(), &PopoverModel::quitRequested, [this] { application_.quit(); });
     connections_.push_back(
         services_->zoneChanged.connect([this] { popoverModel_->tasks()->renewDueLabels(); }));
     popover_ = std::make_unique<ShownPopover>([this]() -> QQmlEngine& { return engine(); }, *popoverModel_,

@@ -47,6 +47,7 @@ private:
     DesktopAppearance appearance_;
     Theme theme_;
     DesktopStatusItem statusItem_;
+    PopoverActions menuActions_; ///< what both menus do
     std::unique_ptr<DesktopHotKeyCenter> hotKeyCenter_;
     std::unique_ptr<HotKeyManager> hotKeys_;
     std::unique_ptr<PopoverModel> popoverModel_;

@@ -273,6 +273,25 @@ TEST_F(AppDelegateTest, BeforeTheListIsThereOnlyQuittingWorks) {
         EXPECT_EQ(static_cast<bool>(item.action), item.title == "Quit Quillo") << item.title;
 }
 
+TEST_F(AppDelegateTest, AClickBeforeTheListIsThereOpensThePopoverWhenItIs) {
+    make();
+    delegate->showStatusItem();
+    click(StatusItemClick::Button::left);
+    delegate->finishLaunching();
+    EXPECT_EQ(journal.back(), "show popover");
+    EXPECT_EQ(popover.lastAnchor, (ScreenPoint{30, 4}));
+    EXPECT_EQ(popover.lastToken, "token");
+}
+
+TEST_F(AppDelegateTest, ASecondClickBeforeTheListIsThereTakesTheFirstBack) {
+    make();
+    delegate->showStatusItem();
+    click(StatusItemClick::Button::left);
+    click(StatusItemClick::Button::left);
+    delegate->finishLaunching();
+    EXPECT_EQ(journal.back(), "language model");
+}
+
 TEST_F(AppDelegateTest, TheShortcutOpensThePanelAndDismissesIt) {
     launch();
     hotKeyCenter.activationToken = "from the key";

@@ -94,8 +94,8 @@ class Desktop:
 
     def __init__(
         self,
-        width=1920,
-        height=1600,
+        width=1280,
+        height=1024,
         compositor=True,
         panel=True,
         notifications=True,
@@ -216,7 +216,7 @@ class Desktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.bus.address
 
     def _start_accessibility(self):
-        self.start("/usr/libexec/at-spi-bus-launcher", "--launch-immediately")
+        self.start("/usr/libexec/at-spi-bus-launcher", "--launch-immediately", pdeathsig="TERM")
         self._wait_for_owner(ACCESSIBILITY)
         (address,) = self.bus.call(ACCESSIBILITY, "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
         self.accessibility = AccessibilityBus(address)
@@ -283,12 +283,12 @@ class Desktop:
 class Process:
     """A program that runs on the desktop. What it writes is kept, to be shown where something fails."""
 
-    def __init__(self, command, environment, folder, **options):
+    def __init__(self, command, environment, folder, pdeathsig="KILL", **options):
         self._name = command[0]
         self._output = tempfile.TemporaryFile(dir=folder)
-        # Should the test be killed, it goes too.
+        # Should the test be killed, it goes too; with TERM it can end what it has started itself.
         self.process = subprocess.Popen(
-            ["setpriv", "--pdeathsig", "KILL", *command],
+            ["setpriv", "--pdeathsig", pdeathsig, *command],
             env=environment,
             cwd=environment["HOME"],
             **{"stdin": subprocess.DEVNULL, "stdout": self._output, "stderr": self._output, **options},

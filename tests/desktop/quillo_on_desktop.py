@@ -15,7 +15,7 @@ from desktop import WATCHER, Desktop
 from desktop_program import DesktopProgram, wait_until
 from quillo_command import CommandTest, Quillo
 
-WAIT_SECONDS = 20
+WAIT_SECONDS = 60
 NAME = "org.quillo.Quillo"
 
 POPOVER_SIZE = (360, 480)
@@ -298,6 +298,10 @@ class StatusItem:
     def __getattr__(self, name):
         parameters = GLib.Variant("(ss)", (self.INTERFACE, name))
         return self._bus.call(self._name, self._path, "org.freedesktop.DBus.Properties", "Get", parameters)[0]
+
+    def activate(self):
+        """Clicks on it, as a panel tells of a click in its upper left corner."""
+        self._bus.call(self._name, self._path, self.INTERFACE, "Activate", GLib.Variant("(ii)", (0, 0)))
 
     def menu(self):
         """The items of the menu that panels draw: dictionaries with label, type, enabled, shortcut, as far as they

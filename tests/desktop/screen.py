@@ -17,11 +17,17 @@ COLOURS_OF_EMPTINESS = 64
 
 
 class Window:
-    """A top-level window of a program, as the window manager knows it."""
+    """A top-level window of a program. `process` is the number of the process that it belongs to, or None; `is_managed`
+    says whether the window manager looks after it. One that has gone raises BadWindow or BadDrawable."""
 
     def __init__(self, display, handle):
         self._display = display
         self._handle = handle
+        process = self._read("_NET_WM_PID")
+        self.process = process[0] if process else None
+        title = self._read("_NET_WM_NAME")
+        self.title = title.decode() if isinstance(title, bytes) else ""
+        self.is_managed = not handle.get_attributes().override_redirect
 
     def _read(self, name):
         """The value of the property, or None."""
@@ -30,17 +36,6 @@ class Window:
 
     def _read_names(self, name):
         return {self._display.get_atom_name(atom) for atom in self._read(name) or ()}
-
-    @property
-    def process(self):
-        """The number of the process that it belongs to, or None."""
-        found = self._read("_NET_WM_PID")
-        return found[0] if found else None
-
-    @property
-    def title(self):
-        found = self._read("_NET_WM_NAME")
-        return found.decode() if isinstance(found, bytes) else (found or "")
 
     @property
     def states(self):
@@ -101,10 +96,9 @@ class Screen:
         return found.value if found else None
 
     def windows(self, process):
-        """The visible top-level windows of the process, from bottom to top. Also those that no window manager looks
-        after, such as menus."""
+        """The visible top-level windows of the process, from bottom to top, without menus and the like."""
         found = map(self._client, self.root.query_tree().children)
-        return [window for window in found if window and window.process == process]
+        return [window for window in found if window and window.process == process and window.is_managed]
 
     def _client(self, handle, depth=2):
         """The program's window in a frame of the window manager, which may be the frame itself; or None."""

@@ -21,6 +21,7 @@ NOW = datetime(2026, 3, 5, 10, 20, tzinfo=ZoneInfo("Europe/Berlin"))  # a Thursd
 GROUNDS = {"light": (198, 210, 222), "dark": (38, 44, 54)}
 SCHEMES = {"light": 2, "dark": 1}
 SCALES = (1, 2)
+SCREEN = (1600, 1300)  # with room for a popover of double size and its shadow
 
 
 def clock():
@@ -63,7 +64,9 @@ class Scenes:
         self.input = program.desktop.input
 
     def popover(self):
-        popover = self.program.open_popover()
+        # In the middle of the screen, where all of its shadow is seen.
+        self.program.quillo("open")
+        popover = self.program.popover()
         self.input.move((5, self.program.desktop.size[1] - 5))
         return popover
 
@@ -140,7 +143,7 @@ def main(folder):
     folder = pathlib.Path(folder)
     folder.mkdir(parents=True, exist_ok=True)
     for look, ground in GROUNDS.items():
-        with Desktop(appearance={"color-scheme": SCHEMES[look], "reduced-motion": 1}) as desktop:
+        with Desktop(*SCREEN, appearance={"color-scheme": SCHEMES[look], "reduced-motion": 1}) as desktop:
             desktop.screen.paint(ground)
             for scale in SCALES:
                 for name in SCENES:

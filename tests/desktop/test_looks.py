@@ -144,7 +144,7 @@ class LightHighContrast(Readable, Looks):
 
 
 class Sizes(Looks):
-    desktop_options = {"compositor": False}
+    desktop_options = {"compositor": False, "width": 1920, "height": 1600}
 
     def test_at_every_scale(self):
         for scale in (1, 1.25, 2, 3):

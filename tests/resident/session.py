@@ -51,8 +51,10 @@ class Bus:
         (self.folder / "services").mkdir(parents=True)
         configuration = self.folder / "bus.conf"
         configuration.write_text(BUS_CONFIGURATION.format(folder=self.folder))
+        # Should the test be killed, it goes too.
         self.process = subprocess.Popen(
-            ["dbus-daemon", f"--config-file={configuration}", "--nofork", "--nosyslog", "--print-address=1"],
+            ["setpriv", "--pdeathsig", "KILL"]
+            + ["dbus-daemon", f"--config-file={configuration}", "--nofork", "--nosyslog", "--print-address=1"],
             env={"PATH": os.environ["PATH"], **(environment or {})},
             stdout=subprocess.PIPE,
             stderr=subprocess.DEVNULL,

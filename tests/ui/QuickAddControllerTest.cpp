@@ -59,10 +59,11 @@ protected:
     std::string text() const { return field()->property("text").toString().toStdString(); }
 
     void press(int key, const QString& typed = {}) {
+        QQuickWindow* target = panel();
         QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, typed);
-        QCoreApplication::sendEvent(panel(), &down);
+        QCoreApplication::sendEvent(target, &down);
         QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier, typed);
-        QCoreApplication::sendEvent(panel(), &up);
+        QCoreApplication::sendEvent(target, &up);
     }
 
     void type(const QString& typed) {
@@ -166,6 +167,48 @@ TEST_F(QuickAddControllerTest, LosingTheKeyboardHides) {
     QCoreApplication::processEvents();
     ASSERT_EQ(QGuiApplication::focusWindow(), &other);
     EXPECT_FALSE(controller.isVisible());
+}
+
+TEST_F(QuickAddControllerTest, ItsMenuTakesTheKeyboardWithoutHidingIt) {
+    settings.value.set({false, false, true, false, std::nullopt}); // What closes has closed at once.
+    show();
+    type(QStringLiteral("milk"));
+    QQuickWindow* owner = panel();
+    press(Qt::Key_Menu);
+    QCoreApplication::processEvents();
+    auto* menu = qobject_cast<QQuickWindow*>(QGuiApplication::focusWindow());
+    ASSERT_NE(menu, nullptr);
+    ASSERT_NE(menu, owner);
+    EXPECT_EQ(menu->transientParent(), owner);
+    EXPECT_TRUE(controller.isVisible());
+    ASSERT_NE(menu->activeFocusItem(), nullptr);
+
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(menu, &enter);
+    QKeyEvent released(QEvent::KeyRelease, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(menu, &released);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(menu->isVisible());
+    EXPECT_EQ(QGuiApplication::focusWindow(), owner);
+    EXPECT_TRUE(controller.isVisible());
+    EXPECT_EQ(owner->activeFocusItem()->property("text").toString(), QString());
+    EXPECT_TRUE(warnings.empty()) << warnings.front();
+}
+
+TEST_F(QuickAddControllerTest, LeavingItsMenuForAnotherProgramHidesBoth) {
+    settings.value.set({false, false, true, false, std::nullopt}); // What closes has closed at once.
+    show();
+    press(Qt::Key_Menu);
+    QCoreApplication::processEvents();
+    QWindow* menu = QGuiApplication::focusWindow();
+    ASSERT_TRUE(controller.isVisible());
+    QWindow other;
+    other.show();
+    other.requestActivate();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QGuiApplication::focusWindow(), &other);
+    EXPECT_FALSE(controller.isVisible());
+    EXPECT_FALSE(menu->isVisible());
 }
 
 TEST_F(QuickAddControllerTest, StaysWhileAWindowManagerHasTheKeyboardToMoveIt) {

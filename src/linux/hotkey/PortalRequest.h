@@ -31,7 +31,7 @@ public:
     /// The portal's response; an error where the method itself failed.
     using Answer = std::function<void(const Result<PortalResponse>&)>;
 
-    /// A name for a request or a session, for options "handle_token" and "session_handle_token".
+    /// A name for a request, for the option "handle_token".
     static QString newToken();
 
     /// `call` goes to a portal by its unique name, and names `token` as its handle_token.

@@ -54,17 +54,30 @@ std::string words(const std::string& error) {
     return QString::fromStdString(error).simplified().left(longestText).toStdString();
 }
 
-/// Whether an answer to BindShortcuts has our shortcut in it.
-bool isBound(const QVariantMap& results) {
+/// Our shortcut in an answer to ListShortcuts or BindShortcuts, if it is there.
+std::optional<PortalShortcut> ourShortcut(const QVariantMap& results) {
     const QVariant list = results.value(QStringLiteral("shortcuts"));
     if (list.userType() != qMetaTypeId<QDBusArgument>())
-        return false;
+        return std::nullopt;
     const auto argument = list.value<QDBusArgument>();
     if (argument.currentSignature() != QLatin1String("a(sa{sv})"))
-        return false;
+        return std::nullopt;
     const auto bound = qdbus_cast<QList<PortalShortcut>>(argument);
-    return std::any_of(bound.begin(), bound.end(),
-                       [](const PortalShortcut& shortcut) { return shortcut.id == shortcutId; });
+    const auto found = std::find_if(bound.begin(), bound.end(),
+                                    [](const PortalShortcut& shortcut) { return shortcut.id == shortcutId; });
+    return found != bound.end() ? std::optional(*found) : std::nullopt;
+}
+
+/// Whether there is a key for it. A portal that says nothing of keys is believed.
+bool hasKey(const PortalShortcut& shortcut) {
+    const QVariant description = shortcut.properties.value(QStringLiteral("trigger_description"));
+    return !description.isValid() || !description.toString().isEmpty();
+}
+
+/// It may still be given a key in the desktop's settings, at any time; so we go on listening.
+void reportMissingKey(const std::optional<PortalShortcut>& shortcut) {
+    if (!shortcut || !hasKey(*shortcut))
+        log("the desktop has given the global shortcut no key; its settings may");
 }
 
 } // namespace
@@ -100,6 +113,7 @@ void PortalShortcutBinding::release() {
     ++attempt_;
     trigger_.reset();
     answer_ = nullptr;
+    sessionWanted_ = false;
     if (!session_.isEmpty())
         closeSession(std::exchange(session_, {}));
 }
@@ -108,8 +122,7 @@ void PortalShortcutBinding::release() {
 /// shared one before.
 void PortalShortcutBinding::findPortal() {
     if (!bus_ || !bus_->isConnected()) {
-        portal_.clear();
-        session_.clear();
+        forgetPortal();
         QDBusConnection::disconnectFromBus(connectionName);
         bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
         if (!bus_->isConnected()) {
@@ -153,37 +166,73 @@ void PortalShortcutBinding::introduceOurselves() {
     });
 }
 
+/// The portal of Plasma 5.27 keeps the keys of programs that it has no name for under the session's name, for
+/// ever, and gives none of them to another: so the same shortcut has the same session at each start, and
+/// there is only one of it at a time. It takes the shortcuts from here, and ignores those that come later.
 void PortalShortcutBinding::createSession() {
+    sessionWanted_ = creatingSession_ || closingSessions_ > 0;
+    if (sessionWanted_)
+        return;
+    creatingSession_ = true;
     const QString token = PortalRequest::newToken();
     QDBusMessage question = call(globalShortcuts, QStringLiteral("CreateSession"));
-    // The portal of Plasma 5.27 takes the shortcuts from here, and ignores those that come later.
     question << QVariantMap{{QStringLiteral("handle_token"), token},
-                            {QStringLiteral("session_handle_token"), PortalRequest::newToken()},
+                            {QStringLiteral("session_handle_token"), sessionToken()},
                             {QStringLiteral("shortcuts"), shortcuts()}};
     const auto answer = [this, attempt = attempt_](const Result<PortalResponse>& outcome) {
+        creatingSession_ = false;
         const QString session =
             outcome ? outcome->results.value(QStringLiteral("session_handle")).toString() : QString();
         if (attempt != attempt_) {
             if (!session.isEmpty())
                 closeSession(session);
+            createWantedSession();
         } else if (!outcome) {
             finish({HotKeyStatus::unavailable,
                     "the desktop's portal offers no shortcuts: " + words(outcome.error().message)});
         } else if (outcome->code != PortalResponse::success || session.isEmpty()) {
             finish({HotKeyStatus::unavailable, "the desktop's portal made no session"});
         } else {
-            bindShortcut(session);
+            session_ = session;
+            findShortcut();
         }
     };
     new PortalRequest(*bus_, question, token, answer, this);
 }
 
-void PortalShortcutBinding::bindShortcut(const QString& session) {
-    session_ = session;
+void PortalShortcutBinding::createWantedSession() {
+    if (sessionWanted_)
+        createSession();
+}
+
+/// The portals of Plasma may know it from before. Binding it nevertheless makes that of Plasma 5.27 open the
+/// desktop's settings.
+void PortalShortcutBinding::findShortcut() {
+    const QString token = PortalRequest::newToken();
+    QDBusMessage question = call(globalShortcuts, QStringLiteral("ListShortcuts"));
+    question << QVariant::fromValue(QDBusObjectPath(session_))
+             << QVariantMap{{QStringLiteral("handle_token"), token}};
+    const auto answer = [this, attempt = attempt_](const Result<PortalResponse>& outcome) {
+        if (attempt != attempt_)
+            return;
+        const auto shortcut = outcome && outcome->code == PortalResponse::success
+                                  ? ourShortcut(outcome->results)
+                                  : std::nullopt;
+        if (!shortcut) {
+            bindShortcut();
+            return;
+        }
+        reportMissingKey(shortcut);
+        finish({});
+    };
+    new PortalRequest(*bus_, question, token, answer, this);
+}
+
+void PortalShortcutBinding::bindShortcut() {
     const QString token = PortalRequest::newToken();
     const QString noWindow;
     QDBusMessage question = call(globalShortcuts, QStringLiteral("BindShortcuts"));
-    question << QVariant::fromValue(QDBusObjectPath(session)) << shortcuts() << noWindow
+    question << QVariant::fromValue(QDBusObjectPath(session_)) << shortcuts() << noWindow
              << QVariantMap{{QStringLiteral("handle_token"), token}};
     const auto answer = [this, attempt = attempt_](const Result<PortalResponse>& outcome) {
         if (attempt != attempt_)
@@ -196,9 +245,7 @@ void PortalShortcutBinding::bindShortcut(const QString& session) {
         } else if (outcome->code != PortalResponse::success) {
             finish({HotKeyStatus::unavailable, "the desktop's portal did not bind it"});
         } else {
-            // It may still be given a key in the desktop's settings, at any time; so we go on listening.
-            if (!isBound(outcome->results))
-                log("the desktop has given the global shortcut no key; its settings may");
+            reportMissingKey(ourShortcut(outcome->results));
             finish({});
         }
     };
@@ -206,20 +253,34 @@ void PortalShortcutBinding::bindShortcut(const QString& session) {
 }
 
 void PortalShortcutBinding::closeSession(const QString& session) {
-    if (!portal_.isEmpty())
-        bus_->send(
-            QDBusMessage::createMethodCall(portal_, session, sessionInterface, QStringLiteral("Close")));
+    if (portal_.isEmpty())
+        return;
+    ++closingSessions_;
+    const QDBusMessage close =
+        QDBusMessage::createMethodCall(portal_, session, sessionInterface, QStringLiteral("Close"));
+    auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(close), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        --closingSessions_;
+        createWantedSession();
+    });
 }
 
-/// The old portal's sessions are gone with it.
+/// Its sessions and its answers are gone with it.
+void PortalShortcutBinding::forgetPortal() {
+    qDeleteAll(findChildren<PortalRequest*>(Qt::FindDirectChildrenOnly));
+    portal_.clear();
+    session_.clear();
+    creatingSession_ = false;
+    sessionWanted_ = false;
+}
+
 void PortalShortcutBinding::portalOwnerChanged(const QString& owner) {
     if (owner == portal_)
         return;
     if (!portal_.isEmpty()) {
         ++attempt_;
-        qDeleteAll(findChildren<PortalRequest*>(Qt::FindDirectChildrenOnly));
-        portal_.clear();
-        session_.clear();
+        forgetPortal();
         if (trigger_)
             finish({HotKeyStatus::unavailable, "the desktop's portal is gone"});
     }
@@ -245,6 +306,11 @@ void PortalShortcutBinding::finish(const BindingOutcome& outcome) {
 
 QDBusMessage PortalShortcutBinding::call(const QString& interface, const QString& method) const {
     return QDBusMessage::createMethodCall(portal_, path, interface, method);
+}
+
+QString PortalShortcutBinding::sessionToken() const {
+    return QStringLiteral("quillo_") +
+           QString::fromStdString(*trigger_).replace(QLatin1Char('+'), QLatin1Char('_'));
 }
 
 QVariant PortalShortcutBinding::shortcuts() const {

@@ -36,11 +36,15 @@ private:
     void findPortal();
     void introduceOurselves();
     void createSession();
-    void bindShortcut(const QString& session);
+    void createWantedSession();
+    void findShortcut();
+    void bindShortcut();
     void closeSession(const QString& session);
+    void forgetPortal();
     void portalOwnerChanged(const QString& owner);
     void finish(const BindingOutcome& outcome);
     QDBusMessage call(const QString& interface, const QString& method) const;
+    QString sessionToken() const;
     QVariant shortcuts() const;
 
 private Q_SLOTS:
@@ -57,7 +61,10 @@ private:
     std::uint64_t attempt_ = 0;          ///< answers to earlier ones come to nothing
     std::optional<std::string> trigger_; ///< what was asked for and not refused
     std::function<void(const BindingOutcome&)> answer_;
-    QString session_; ///< its object path; empty while there is none
+    QString session_;              ///< its object path; empty while there is none
+    bool creatingSession_ = false; ///< one is asked for, and not answered yet
+    int closingSessions_ = 0;      ///< that were given up and may be there yet
+    bool sessionWanted_ = false;   ///< once neither is so any more
 };
 
 } // namespace quillo

@@ -8,6 +8,10 @@ TextInput {
     required property string name
     property string hint
     property string placeholder
+    /// What its menu opens in. Without one the menu has a window of its own, for the field's has no room for it.
+    property Item surface: null
+    /// Its menu has the keyboard, and gives it back.
+    property bool menuShown: false
 
     signal submitted
 
@@ -18,6 +22,7 @@ TextInput {
     // Text goes where its script begins; where there is none yet, that of the interface does.
     horizontalAlignment: length > 0 ? undefined : TextInput.AlignLeft
     maximumLength: 10000
+    persistentSelection: menuShown
     selectByMouse: true
     selectedTextColor: Theme.accentText
     selectionColor: Theme.accent
@@ -32,11 +37,56 @@ TextInput {
     Keys.onReturnPressed: root.returnPressed()
     Keys.onEnterPressed: root.returnPressed()
 
+    Keys.onMenuPressed: root.openMenu(root.cursorRectangle, true)
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier);
+        if (event.accepted)
+            root.openMenu(root.cursorRectangle, true);
+    }
+
     function returnPressed() {
         if (root.inputMethodComposing)
             Qt.inputMethod.commit();
         else
             root.submitted();
+    }
+
+    function openMenu(place, byKeyboard) {
+        if (menu.status === Loader.Null && surface)
+            menu.setSource("TextMenu.qml", {
+                parent: surface,
+                field: root
+            });
+        else if (menu.status === Loader.Null)
+            menu.setSource("TextMenuWindow.qml", {
+                field: root
+            });
+        menuShown = true;
+        const corner = surface ? mapToItem(surface, place.x, place.y) : mapToGlobal(place.x, place.y);
+        menu.item.openAt(Qt.rect(corner.x, corner.y, place.width, place.height), byKeyboard);
+    }
+
+    Loader {
+        id: menu
+    }
+
+    Connections {
+        target: menu.item
+        function onClosed() {
+            root.menuShown = false;
+        }
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.RightButton
+        onPressed: mouse => {
+            root.forceActiveFocus();
+            const position = root.positionAt(mouse.x, mouse.y);
+            if (position < root.selectionStart || position > root.selectionEnd)
+                root.cursorPosition = position;
+            root.openMenu(Qt.rect(mouse.x, mouse.y, 0, 0), false);
+        }
     }
 
     Text {

@@ -24,21 +24,20 @@ T.Popup {
 
     background: CardFrame {}
 
+    // Popups do not ask whether a transition is enabled.
     enter: Transition {
-        enabled: !Theme.reduceMotion
         NumberAnimation {
             property: "opacity"
             from: 0
             to: 1
-            duration: 90
+            duration: Theme.reduceMotion ? 0 : 90
         }
     }
     exit: Transition {
-        enabled: !Theme.reduceMotion
         NumberAnimation {
             property: "opacity"
             to: 0
-            duration: 90
+            duration: Theme.reduceMotion ? 0 : 90
         }
     }
 

@@ -6,24 +6,35 @@ import Quillo
 T.Menu {
     id: root
 
+    /// How near it comes to the parent's edges.
+    property real edge: 8
+    property real mostWidth: (parent?.width ?? 0) - 2 * edge
     property rect place
     readonly property real gap: 4
-    readonly property bool fitsBelow: place.y + place.height + gap + height + 8 <= (parent?.height ?? 0)
+    readonly property bool fitsBelow: place.y + place.height + gap + height + edge <= (parent?.height ?? 0)
 
     /// Opens below `place`, a rectangle in the parent's coordinates, or above it where there is no room, its leading
-    /// edge at that of the place. From the keyboard the first line is chosen at once.
+    /// edge at that of the place. From the keyboard the first line that can be chosen is chosen at once.
     function openAt(place, byKeyboard) {
         root.place = place;
         root.open();
         if (byKeyboard)
-            root.currentIndex = 0;
+            root.currentIndex = root.firstLine();
+    }
+
+    function firstLine() {
+        for (let line = 0; line < count; ++line) {
+            if (itemAt(line) instanceof PopupMenuItem && itemAt(line).enabled)
+                return line;
+        }
+        return -1;
     }
 
     x: {
         const wanted = mirrored ? place.x + place.width - width : place.x;
-        return Math.max(8, Math.min((parent?.width ?? 0) - width - 8, wanted));
+        return Math.max(edge, Math.min((parent?.width ?? 0) - width - edge, wanted));
     }
-    y: Math.max(8, Math.min((parent?.height ?? 0) - height - 8, fitsBelow ? place.y + place.height + gap : place.y - gap - height))
+    y: Math.max(edge, Math.min((parent?.height ?? 0) - height - edge, fitsBelow ? place.y + place.height + gap : place.y - gap - height))
 
     padding: 4
     modal: true
@@ -47,7 +58,7 @@ T.Menu {
             let widest = 120;
             for (let line = 0; line < root.count; ++line)
                 widest = Math.max(widest, root.itemAt(line)?.implicitWidth ?? 0);
-            return Math.min(widest, (root.parent?.width ?? widest) - 24);
+            return Math.min(widest, root.mostWidth - root.leftPadding - root.rightPadding);
         }
         model: root.contentModel
         currentIndex: root.currentIndex
@@ -57,21 +68,20 @@ T.Menu {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
+    // Popups do not ask whether a transition is enabled.
     enter: Transition {
-        enabled: !Theme.reduceMotion
         NumberAnimation {
             property: "opacity"
             from: 0
             to: 1
-            duration: 90
+            duration: Theme.reduceMotion ? 0 : 90
         }
     }
     exit: Transition {
-        enabled: !Theme.reduceMotion
         NumberAnimation {
             property: "opacity"
             to: 0
-            duration: 90
+            duration: Theme.reduceMotion ? 0 : 90
         }
     }
 }

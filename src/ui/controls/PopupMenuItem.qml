@@ -14,6 +14,8 @@ T.MenuItem {
     bottomPadding: 4
     hoverEnabled: true
 
+    Accessible.onPressAction: root.click()
+
     background: Rectangle {
         radius: 4
         color: Theme.accent

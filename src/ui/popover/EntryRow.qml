@@ -6,6 +6,10 @@ FocusScope {
     id: root
 
     required property PopoverModel model
+    /// What the field's menu opens in.
+    required property Item surface
+
+    readonly property bool chosen: input.activeFocus || input.menuShown
 
     implicitHeight: Math.max(36, 4 * Math.ceil((Theme.fontSize + 22) / 4))
 
@@ -13,8 +17,8 @@ FocusScope {
         anchors.fill: parent
         radius: 8
         color: Theme.field
-        border.width: input.activeFocus ? 2 : 1
-        border.color: input.activeFocus ? Theme.focusRing : Theme.separator
+        border.width: root.chosen ? 2 : 1
+        border.color: root.chosen ? Theme.focusRing : Theme.separator
     }
 
     Icon {
@@ -24,7 +28,7 @@ FocusScope {
         anchors.verticalCenter: parent.verticalCenter
         symbol: "plus"
         size: 16
-        color: input.activeFocus ? Theme.accent : Theme.secondary
+        color: root.chosen ? Theme.accent : Theme.secondary
         Accessible.ignored: true
     }
 
@@ -37,6 +41,7 @@ FocusScope {
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         focus: true
+        surface: root.surface
         name: qsTr("New task")
         hint: qsTr("Press Return to add. Use natural language for dates and times.")
         placeholder: qsTr("Add a task — try “Call mom tomorrow at 9am”")

@@ -9,16 +9,19 @@ PopupMenu {
 
     PopupMenuItem {
         text: qsTr("Quick Add… (⌃⌥⌘T)")
-        onTriggered: root.model.quickAddRequested()
+        enabled: root.model.offers(PopoverModel.QuickAdd)
+        onTriggered: root.model.perform(PopoverModel.QuickAdd)
     }
     PopupMenuSeparator {}
     PopupMenuItem {
         text: qsTr("Export as Markdown…")
-        onTriggered: root.model.exportMarkdownRequested()
+        enabled: root.model.offers(PopoverModel.ExportMarkdown)
+        onTriggered: root.model.perform(PopoverModel.ExportMarkdown)
     }
     PopupMenuItem {
         text: qsTr("Export as JSON…")
-        onTriggered: root.model.exportJsonRequested()
+        enabled: root.model.offers(PopoverModel.ExportJson)
+        onTriggered: root.model.perform(PopoverModel.ExportJson)
     }
     PopupMenuSeparator {}
     PopupMenuItem {
@@ -29,23 +32,26 @@ PopupMenu {
     PopupMenuSeparator {}
     PopupMenuItem {
         text: qsTr("Statistics…")
-        enabled: root.model.statisticsEnabled
-        visible: enabled
+        enabled: visible && root.model.offers(PopoverModel.OpenStatistics)
+        visible: root.model.statisticsEnabled
         height: visible ? implicitHeight : 0
-        onTriggered: root.model.statisticsRequested()
+        onTriggered: root.model.perform(PopoverModel.OpenStatistics)
     }
     PopupMenuItem {
         text: qsTr("Settings…")
-        onTriggered: root.model.settingsRequested()
+        enabled: root.model.offers(PopoverModel.OpenSettings)
+        onTriggered: root.model.perform(PopoverModel.OpenSettings)
     }
     PopupMenuSeparator {}
     PopupMenuItem {
         text: qsTr("Check for Updates…")
-        onTriggered: root.model.updateCheckRequested()
+        enabled: root.model.offers(PopoverModel.CheckForUpdates)
+        onTriggered: root.model.perform(PopoverModel.CheckForUpdates)
     }
     PopupMenuSeparator {}
     PopupMenuItem {
         text: qsTr("Quit Quillo")
-        onTriggered: root.model.quitRequested()
+        enabled: root.model.offers(PopoverModel.Quit)
+        onTriggered: root.model.perform(PopoverModel.Quit)
     }
 }

@@ -1,11 +1,12 @@
 #include "ui/popover/Popover.h"
 
-#include "base/Log.h"
 #include "ui/placement/WindowPlacement.h"
 #include "ui/popover/PopoverModel.h"
+#include "ui/windows/MakeWindow.h"
+#include "ui/windows/PresentWindow.h"
 
 #include <QCursor>
-#include <QQmlComponent>
+#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QVariant>
 #include <utility>
@@ -42,12 +43,7 @@ void Popover::show(const std::optional<ScreenPoint>& anchor, const std::string& 
         setShown(true);
         fadeTo(1);
     }
-    window_->show();
-    window_->raise();
-    // Where Qt looks for it, and takes it away, when a window asks for the keyboard under Wayland.
-    if (!activationToken.empty())
-        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activationToken));
-    window_->requestActivate();
+    present(*window_, activationToken);
 }
 
 void Popover::close() {
@@ -65,29 +61,24 @@ void Popover::toggle(const std::optional<ScreenPoint>& anchor, const std::string
 }
 
 bool Popover::make() {
-    QQmlComponent component(&engine_(), QUrl(QStringLiteral("qrc:/qt/qml/Quillo/PopoverWindow.qml")));
-    std::unique_ptr<QObject> object(
-        component.createWithInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model_)}}));
-    auto* window = qobject_cast<QQuickWindow*>(object.get());
-    if (window == nullptr) {
-        log("the popover cannot be shown: " + component.errorString().toStdString());
+    window_ = makeWindow(engine_(), QStringLiteral("PopoverWindow.qml"),
+                         {{QStringLiteral("model"), QVariant::fromValue(&model_)}});
+    if (!window_)
         return false;
-    }
-    object.release();
-    window_.reset(window);
     const auto blend = [this](const Appearance& appearance) {
         window_->setProperty("translucent", !appearance.reduceTransparency);
     };
     blend(appearance_.appearance().get());
     appearanceChanged_ = appearance_.appearance().observe(blend);
-    connect(window, &QWindow::activeChanged, this, [this] {
-        if (shown_ && !window_->isActive()) {
+    connect(window_.get(), &QWindow::activeChanged, this, [this] {
+        // A window that is not on the screen yet hears of what it lost when it was hidden before.
+        if (shown_ && !window_->isActive() && window_->isExposed()) {
             close();
             sinceFocusLoss_.start();
         }
     });
     // A window manager may close it, too.
-    connect(window, &QWindow::visibleChanged, this, [this](bool visible) {
+    connect(window_.get(), &QWindow::visibleChanged, this, [this](bool visible) {
         if (!visible)
             setShown(false);
     });
@@ -111,7 +102,9 @@ void Popover::setShown(bool shown) {
 
 void Popover::fadeTo(double opacity) {
     const Appearance& appearance = appearance_.appearance().get();
-    const bool fades = !appearance.reduceTransparency && !appearance.reduceMotion;
+    // Wayland's windows have no opacity.
+    const bool fades = !appearance.reduceTransparency && !appearance.reduceMotion &&
+                       QGuiApplication::platformName() == QLatin1String("xcb");
     const double from = window_->isVisible() ? window_->opacity() : 0;
     fading_.stop();
     fading_.setStartValue(fades ? from : opacity);

@@ -22,6 +22,17 @@
 
 namespace quillo {
 
+/// What the options menu does elsewhere. An action that is not there is shown and cannot be chosen.
+struct PopoverActions {
+    std::function<void()> quickAdd;
+    std::function<void()> exportMarkdown;
+    std::function<void()> exportJson;
+    std::function<void()> openStatistics;
+    std::function<void()> openSettings;
+    std::function<void()> checkForUpdates;
+    std::function<void()> quit;
+};
+
 /// What a PopoverModel works with; all of it outlives the model.
 struct PopoverModelDependencies {
     TodoStore& store;
@@ -32,6 +43,7 @@ struct PopoverModelDependencies {
     const unicode::CivilCalendar& calendar;   ///< its owner may assign it another zone
     std::function<StatsStore&()> statsStore;  ///< not called before a menu asks for statisticsEnabled
     std::function<void(std::string)> addTask; ///< takes what was typed, trimmed; not blank
+    PopoverActions actions;
 };
 
 /// There from the launch on, before anything of the popover is loaded. Belongs to the main thread.
@@ -55,6 +67,9 @@ class PopoverModel final : public QObject {
 public:
     enum ReminderChoice { InOneHour, InThreeHours, Tonight, TomorrowMorning };
     Q_ENUM(ReminderChoice)
+
+    enum Action { QuickAdd, ExportMarkdown, ExportJson, OpenStatistics, OpenSettings, CheckForUpdates, Quit };
+    Q_ENUM(Action)
 
     explicit PopoverModel(PopoverModelDependencies dependencies);
 
@@ -100,6 +115,12 @@ public:
 
     Q_INVOKABLE void clearReminder(const QString& task);
 
+    /// Whether there is such an action.
+    Q_INVOKABLE bool offers(quillo::PopoverModel::Action action) const;
+
+    /// Does it; nothing where it is not offered.
+    Q_INVOKABLE void perform(quillo::PopoverModel::Action action);
+
     /// When that is, chosen now.
     Q_INVOKABLE QDateTime reminderChoice(quillo::PopoverModel::ReminderChoice which) const;
 
@@ -116,17 +137,11 @@ Q_SIGNALS:
     void creditsShownChanged();
     void activeChanged();
 
-    // What is to be done elsewhere.
-    void quickAddRequested();
-    void exportMarkdownRequested();
-    void exportJsonRequested();
-    void statisticsRequested();
-    void settingsRequested();
-    void updateCheckRequested();
-    void quitRequested();
+    /// The popover is to go.
     void closeRequested();
 
 private:
+    const std::function<void()>& actionOf(Action action) const;
     void changeList(std::function<void()> change);
     void askForFeedback();
 

@@ -53,6 +53,7 @@ FocusScope {
         anchors.rightMargin: 12
         focus: true
         model: root.model
+        surface: root
         Keys.onDownPressed: list.enter()
     }
 

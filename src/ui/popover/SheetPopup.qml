@@ -32,21 +32,20 @@ T.Popup {
         border.color: Theme.separator
     }
 
+    // Popups do not ask whether a transition is enabled.
     enter: Transition {
-        enabled: !Theme.reduceMotion
         NumberAnimation {
             property: "opacity"
             from: 0
             to: 1
-            duration: 150
+            duration: Theme.reduceMotion ? 0 : 150
         }
     }
     exit: Transition {
-        enabled: !Theme.reduceMotion
         NumberAnimation {
             property: "opacity"
             to: 0
-            duration: 120
+            duration: Theme.reduceMotion ? 0 : 120
         }
     }
 }

@@ -24,6 +24,11 @@ FocusScope {
             view.forceActiveFocus();
     }
 
+    function enterFromBehind() {
+        view.forceActiveFocus();
+        (view.currentItem as TodoRow)?.enterFromBehind();
+    }
+
     /// Closes what is open and goes back to the first row.
     function end() {
         menu.item?.close();
@@ -61,6 +66,7 @@ FocusScope {
             id: row
 
             width: ListView.view.width
+            surface: root.surface
             editing: taskId !== "" && taskId === root.editedTask
             marked: taskId !== "" && taskId === root.markedTask
             onPressed: root.choose(index)
@@ -82,6 +88,16 @@ FocusScope {
         Accessible.name: qsTr("Quillo")
 
         Keys.onPressed: event => root.keyPressed(event)
+
+        onActiveFocusChanged: {
+            if (activeFocus)
+                root.chooseVisible();
+        }
+
+        // By itself a list flies a page or more at each notch that soon follows another.
+        WheelHandler {
+            onWheel: event => root.turnWheel(event.angleDelta.y / root.notch)
+        }
 
         add: Transition {
             enabled: !Theme.reduceMotion
@@ -120,6 +136,15 @@ FocusScope {
             TickSpring {
                 property: "y"
             }
+        }
+    }
+
+    // Only a row with the keyboard in it has buttons to stop at: those who come back find them here.
+    Item {
+        activeFocusOnTab: view.count > 0 && !view.activeFocus
+        onActiveFocusChanged: {
+            if (activeFocus)
+                root.enterFromBehind();
         }
     }
 
@@ -230,6 +255,32 @@ FocusScope {
         });
         markedTask = row.taskId;
         (reminder.item as ReminderPopup).openAt(row.mapToItem(root.surface, row.reminderPlace));
+    }
+
+    // One notch of a wheel, in eighths of a degree: https://doc.qt.io/qt-6/qwheelevent.html#angleDelta
+    readonly property int notch: 120
+    /// By so many rows each notch, as far as lists go elsewhere.
+    readonly property int rowsPerNotch: 3
+
+    function turnWheel(notches) {
+        const row = view.currentItem as TodoRow;
+        if (!row)
+            return;
+        const last = Math.max(0, view.contentHeight + view.bottomMargin - view.height);
+        const wanted = view.contentY - view.originY - notches * rowsPerNotch * row.height;
+        view.contentY = view.originY + Math.max(0, Math.min(last, wanted));
+    }
+
+    /// Where the list has been scrolled away from the row that is chosen, one that is seen is.
+    function chooseVisible() {
+        const row = view.currentItem as TodoRow;
+        if (!row)
+            return;
+        const top = view.indexAt(0, view.contentY);
+        if (row.y + row.height <= view.contentY)
+            view.currentIndex = top + 1;
+        else if (row.y >= view.contentY + view.height)
+            view.currentIndex = top;
     }
 
     function goTo(index) {

@@ -1,10 +1,11 @@
 #include "ui/quickadd/QuickAddController.h"
 
-#include "base/Log.h"
 #include "ui/placement/WindowPlacement.h"
+#include "ui/windows/MakeWindow.h"
+#include "ui/windows/PresentWindow.h"
 
 #include <QCursor>
-#include <QQmlComponent>
+#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QVariant>
 #include <utility>
@@ -34,12 +35,7 @@ void QuickAddController::show(const std::string& activationToken) {
     place();
     if (prepare_)
         prepare_(*panel_);
-    panel_->show();
-    panel_->raise();
-    // Where Qt looks for it, and takes it away, when a window asks for the keyboard under Wayland.
-    if (!activationToken.empty())
-        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activationToken));
-    panel_->requestActivate();
+    present(*panel_, activationToken);
 }
 
 void QuickAddController::hide() {
@@ -52,16 +48,15 @@ bool QuickAddController::isVisible() const {
 }
 
 bool QuickAddController::make() {
-    QQmlComponent component(&engine_(), QUrl(QStringLiteral("qrc:/qt/qml/Quillo/QuickAddPanel.qml")));
-    std::unique_ptr<QObject> object(
-        component.createWithInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model_)}}));
-    if (qobject_cast<QQuickWindow*>(object.get()) == nullptr) {
-        log("the quick-add panel cannot be shown: " + component.errorString().toStdString());
+    panel_ = makeWindow(engine_(), QStringLiteral("QuickAddPanel.qml"),
+                        {{QStringLiteral("model"), QVariant::fromValue(&model_)}});
+    if (!panel_)
         return false;
-    }
-    panel_.reset(static_cast<QQuickWindow*>(object.release()));
-    connect(panel_.get(), &QWindow::activeChanged, this, [this] {
-        if (!panel_->isActive())
+    // A menu of the panel has a window of its own: while that has the keyboard, so has the panel.
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] {
+        const bool lost = std::exchange(hadKeyboard_, panel_->isActive()) && !hadKeyboard_;
+        // A panel that is not on the screen yet hears of what it lost when it was hidden before.
+        if (lost && panel_->isExposed())
             leave();
     });
     return true;

@@ -49,7 +49,8 @@ private:
     const Preparation prepare_;
     QuickAddModel model_;
     std::unique_ptr<QQuickWindow> panel_; ///< none before the first showing
-    QElapsedTimer sinceMove_;             ///< not valid before the first move
+    bool hadKeyboard_ = false; ///< the panel, or a menu of it, when the keyboard last went elsewhere
+    QElapsedTimer sinceMove_;  ///< not valid before the first move
 };
 
 } // namespace quillo

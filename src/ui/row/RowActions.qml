@@ -11,6 +11,13 @@ Row {
 
     signal reminderRequested
     signal deleteRequested
+    /// The keyboard goes back, to the row.
+    signal wentBack
+
+    /// Puts the keyboard into the last of them.
+    function enterFromBehind() {
+        deletion.forceActiveFocus();
+    }
 
     spacing: 0
 
@@ -20,9 +27,11 @@ Row {
         name: qsTr("Set reminder for %1").arg(root.title)
         activeFocusOnTab: root.reachable
         onClicked: root.reminderRequested()
+        Keys.onBacktabPressed: root.wentBack()
     }
 
     IconButton {
+        id: deletion
         symbol: "trash"
         symbolSize: 14
         name: qsTr("Delete %1").arg(root.title)

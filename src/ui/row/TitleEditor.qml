@@ -6,6 +6,8 @@ FocusScope {
     id: root
 
     required property string title
+    /// What the field's menu opens in.
+    required property Item surface
 
     /// `changed`: the text is to be kept.
     signal finished(string draft, bool changed)
@@ -30,9 +32,9 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
-        anchors.leftMargin: -6
+        anchors.leftMargin: -8
         anchors.rightMargin: -4
-        radius: 6
+        radius: 8
         color: Theme.field
         border.width: 2
         border.color: Theme.focusRing
@@ -43,11 +45,15 @@ FocusScope {
         anchors.fill: parent
         focus: true
         name: qsTr("Edit")
+        surface: root.surface
         onSubmitted: root.finish(true)
-        onActiveFocusChanged: {
-            if (!activeFocus)
+        onActiveFocusChanged: lost()
+        onMenuShownChanged: lost()
+        Keys.onEscapePressed: root.finish(false)
+
+        function lost() {
+            if (!activeFocus && !menuShown)
                 root.finish(true);
         }
-        Keys.onEscapePressed: root.finish(false)
     }
 }

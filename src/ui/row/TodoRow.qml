@@ -17,6 +17,9 @@ FocusScope {
     required property string dueTone
     required property string accessibleText
 
+    /// What the menu of a title that is being edited opens in.
+    required property Item surface
+
     /// Its title is being edited.
     property bool editing: false
     /// A menu or card that belongs to it is open.
@@ -41,6 +44,12 @@ FocusScope {
     readonly property rect menuPlace: Qt.rect(titleText.x, 0, titleText.width, height)
     /// Where its reminder card opens.
     readonly property rect reminderPlace: Qt.rect(actions.x, actions.y, actions.width, actions.height)
+
+    /// Puts the keyboard into the last of the row's buttons, as Shift and Tab do.
+    function enterFromBehind() {
+        forceActiveFocus();
+        (actions.item as RowActions)?.enterFromBehind();
+    }
 
     implicitHeight: Math.max(36, 4 * Math.ceil((titleText.implicitHeight + (hasDue ? dueLabel.height + 2 : 0) + 16) / 4))
 
@@ -139,6 +148,7 @@ FocusScope {
         active: root.editing
         sourceComponent: TitleEditor {
             title: root.editTitle
+            surface: root.surface
             onFinished: (draft, changed) => root.editFinished(draft, changed)
         }
     }
@@ -169,6 +179,7 @@ FocusScope {
             reachable: root.activeFocus
             onReminderRequested: root.reminderRequested()
             onDeleteRequested: root.deleteRequested()
+            onWentBack: actions.focus = false
         }
     }
 }

@@ -46,6 +46,8 @@ REGISTRY = """
 GLOBAL_SHORTCUTS = """
   <interface name="org.freedesktop.portal.GlobalShortcuts">
     <method name="CreateSession"><arg type="a{sv}" direction="in"/><arg type="o" direction="out"/></method>
+    <method name="ListShortcuts"><arg type="o" direction="in"/><arg type="a{sv}" direction="in"/>
+      <arg type="o" direction="out"/></method>
     <method name="BindShortcuts"><arg type="o" direction="in"/><arg type="a(sa{sv})" direction="in"/>
       <arg type="s" direction="in"/><arg type="a{sv}" direction="in"/><arg type="o" direction="out"/></method>
     <signal name="Activated"><arg type="o"/><arg type="s"/><arg type="t"/><arg type="a{sv}"/></signal>
@@ -58,6 +60,7 @@ SESSION_OBJECT = """
 """
 
 DONE, CANCELLED, FAILED = 0, 1, 2
+QUESTIONS = ["CreateSession", "ListShortcuts", "BindShortcuts"]
 EVERYTHING = (REGISTRY, GLOBAL_SHORTCUTS)
 DESCRIBED = {"description": "Quick Add…", "preferred_trigger": "CTRL+ALT+LOGO+t"}
 
@@ -92,9 +95,11 @@ class Bus:
 class Portal:
     """A portal whose answers the test gives, or that answers `codes` by itself. What it was asked stands in `asked`."""
 
-    def __init__(self, bus, interfaces=EVERYTHING, codes=(DONE, DONE), bound=None, foreseeable=True):
-        """`bound` is what BindShortcuts results in, where that is not what was asked for."""
-        self.codes = dict(zip(("CreateSession", "BindShortcuts"), codes or ()))
+    def __init__(self, bus, interfaces=EVERYTHING, codes=(DONE, DONE, DONE), listed=None, bound=None, foreseeable=True):
+        """`listed` is what ListShortcuts results in; `bound` what BindShortcuts does, where that is not what was asked
+        for."""
+        self.codes = dict(zip(QUESTIONS, codes or ()))
+        self.listed = listed or {}
         self.bound = bound
         self.foreseeable = foreseeable
         self.asked = []
@@ -127,6 +132,8 @@ class Portal:
             session = f"{PATH}/session/{ours}/{options['session_handle_token']}"
             self._open_session(session)
             results["session_handle"] = GLib.Variant("s", session)
+        elif method == "ListShortcuts":
+            results = self.listed
         elif self.bound is not None:
             results = self.bound
         else:
@@ -138,8 +145,9 @@ class Portal:
     def _open_session(self, session):
         description = Gio.DBusNodeInfo.new_for_xml(SESSION_OBJECT).interfaces[0]
 
-        def close(_connection, _sender, path, *_others):
+        def close(_connection, _sender, path, _interface, _method, _parameters, invocation):
             self.connection.unregister_object(self.sessions.pop(path))
+            invocation.return_value(None)
 
         self.sessions[session] = self.connection.register_object(session, description, close, None, None)
 
@@ -192,10 +200,10 @@ class PortalShortcutTest(unittest.TestCase):
         portal = self.make_portal()
         printer = self.start()
         self.assertEqual(printer.register(), NO_ERROR)
-        self.assertEqual(portal.methods(), ["Register", "CreateSession", "BindShortcuts"])
+        self.assertEqual(portal.methods(), ["Register", *QUESTIONS])
         self.assertEqual(portal.asked[0], ("Register", "org.quillo.Quillo", {}))
         self.assertEqual(portal.asked[1][1]["shortcuts"], [("quick-add", DESCRIBED)])
-        session, shortcuts, window, _options = portal.asked[2][1:]
+        session, shortcuts, window, _options = portal.asked[3][1:]
         self.assertEqual((shortcuts, window), ([("quick-add", DESCRIBED)], ""))
         self.assertEqual(list(portal.sessions), [session])
         self.assertEqual(printer.log(), [])
@@ -224,7 +232,7 @@ class PortalShortcutTest(unittest.TestCase):
         portal = self.make_portal(codes=None, foreseeable=False)
         printer = self.start()
         printer.ask()
-        for method in ("CreateSession", "BindShortcuts"):
+        for method in QUESTIONS:
             until(lambda method=method: method in portal.methods(), method)
             self.assertTrue(printer.stays_quiet())
             portal.respond(DONE)
@@ -234,7 +242,7 @@ class PortalShortcutTest(unittest.TestCase):
         portal = self.make_portal(interfaces=[GLOBAL_SHORTCUTS])
         printer = self.start()
         self.assertEqual(printer.register(), NO_ERROR)
-        self.assertEqual(portal.methods(), ["CreateSession", "BindShortcuts"])
+        self.assertEqual(portal.methods(), QUESTIONS)
 
     def test_without_a_portal_the_log_says_why(self):
         self.assert_unavailable(self.start(), "the desktop has no portal: .*org.freedesktop.portal.Desktop")
@@ -251,12 +259,12 @@ class PortalShortcutTest(unittest.TestCase):
                 portal.leave()
 
     def test_a_failed_binding_is_unavailable_and_leaves_no_session(self):
-        portal = self.make_portal(codes=(DONE, FAILED))
+        portal = self.make_portal(codes=(DONE, DONE, FAILED))
         self.assert_unavailable(self.start(), "the desktop's portal did not bind it")
         until(lambda: not portal.sessions, "the session is closed")
 
     def test_what_the_user_refuses_is_not_tried_another_way(self):
-        portal = self.make_portal(codes=(DONE, CANCELLED))
+        portal = self.make_portal(codes=(DONE, DONE, CANCELLED))
         printer = self.start()
         self.assertEqual(printer.register(), TAKEN)
         (line,) = printer.log()
@@ -268,6 +276,7 @@ class PortalShortcutTest(unittest.TestCase):
             {},
             {"shortcuts": GLib.Variant("a(sa{sv})", [])},
             {"shortcuts": GLib.Variant("a(sa{sv})", [("other", {})])},
+            {"shortcuts": GLib.Variant("a(sa{sv})", [("quick-add", {"trigger_description": GLib.Variant("s", "")})])},
             {"shortcuts": GLib.Variant("s", "none")},
             {"shortcuts": GLib.Variant("a(ss)", [("quick-add", "")])},
         ]
@@ -299,6 +308,36 @@ class PortalShortcutTest(unittest.TestCase):
         portal.press()
         self.assertEqual(printer.next_line(), "pressed ")
 
+    def test_what_the_portal_knows_already_is_not_bound_again(self):
+        known = {"shortcuts": GLib.Variant("a(sa{sv})", [("quick-add", {})])}
+        portal = self.make_portal(listed=known)
+        printer = self.start()
+        self.assertEqual(printer.register(), NO_ERROR)
+        self.assertEqual(portal.methods(), ["Register", "CreateSession", "ListShortcuts"])
+        portal.press("token")
+        self.assertEqual(printer.next_line(), "pressed token")
+        self.assertEqual(printer.log(), [])
+
+    def test_a_shortcut_has_the_same_session_each_time_and_one_at_a_time(self):
+        portal = self.make_portal(codes=None)
+        names = []
+        for _ in range(2):
+            printer = self.start()
+            printer.ask()
+            until(lambda: portal.waiting, "a session is asked for")
+            printer.unregister()
+            printer.ask()
+            self.assertTrue(printer.stays_quiet())
+            self.assertEqual(len(portal.waiting), 1)
+            self.respond_until(portal, "BindShortcuts")
+            portal.respond(DONE)
+            self.assertEqual(printer.next_line(), f"status {NO_ERROR}")
+            self.assertEqual(len(portal.sessions), 1)
+            names.append(next(iter(portal.sessions)).split("/")[-1])
+            self.end(printer)
+            portal.sessions.clear()
+        self.assertEqual(names, ["quillo_CTRL_ALT_LOGO_t"] * 2)
+
     def test_what_was_given_up_is_not_answered_and_leaves_no_session(self):
         portal = self.make_portal(codes=None)
         printer = self.start()
@@ -310,9 +349,7 @@ class PortalShortcutTest(unittest.TestCase):
         self.assertTrue(printer.stays_quiet())
 
         printer.ask()
-        until(lambda: portal.waiting, "a session is asked for")
-        portal.respond(DONE)
-        until(lambda: portal.waiting, "a shortcut is to be bound")
+        self.respond_until(portal, "BindShortcuts")
         printer.unregister()
         until(lambda: not portal.sessions, "the session is closed")
         printer.ask()
@@ -320,10 +357,14 @@ class PortalShortcutTest(unittest.TestCase):
         portal.respond(FAILED)
         self.assertTrue(printer.stays_quiet())
         self.assertEqual(printer.log(), [])
-        portal.respond(DONE)
-        until(lambda: portal.waiting, "a shortcut is to be bound")
+        self.respond_until(portal, "BindShortcuts")
         portal.respond(DONE)
         self.assertEqual(printer.next_line(), f"status {NO_ERROR}")
+
+    def respond_until(self, portal, method):
+        """Responds that all is done, until that question waits for its response."""
+        while until(lambda: portal.waiting, "the portal is asked")[0][0] != method:
+            portal.respond(DONE)
 
     def test_a_portal_that_is_started_again_is_asked_again(self):
         first = self.make_portal()
@@ -336,7 +377,7 @@ class PortalShortcutTest(unittest.TestCase):
         until(lambda: second.sessions and "BindShortcuts" in second.methods(), "it is bound again")
         second.press("token")
         self.assertEqual(printer.next_line(), "pressed token")
-        self.assertEqual(second.methods(), ["Register", "CreateSession", "BindShortcuts"])
+        self.assertEqual(second.methods(), ["Register", *QUESTIONS])
         self.assertEqual(len(printer.log()), 1)
 
     def test_a_portal_that_goes_while_it_is_asked_has_answered(self):

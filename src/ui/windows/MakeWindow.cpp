@@ -1,0 +1,24 @@
+#include "ui/windows/MakeWindow.h"
+
+#include "base/Log.h"
+
+#include <QQmlComponent>
+#include <QQuickWindow>
+#include <QString>
+
+namespace quillo {
+
+std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const QString& file,
+                                         const QVariantMap& properties) {
+    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillo/") + file));
+    // One that is not ready crashes Qt 6.4 where properties are given.
+    std::unique_ptr<QObject> object(component.isReady() ? component.createWithInitialProperties(properties)
+                                                        : nullptr);
+    if (qobject_cast<QQuickWindow*>(object.get()) == nullptr) {
+        log(file.toStdString() + " cannot be shown: " + component.errorString().toStdString());
+        return nullptr;
+    }
+    return std::unique_ptr<QQuickWindow>(static_cast<QQuickWindow*>(object.release()));
+}
+
+} // namespace quillo

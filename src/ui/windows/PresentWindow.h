@@ -1,0 +1,14 @@
+/// Windows that come to the user.
+#pragma once
+
+#include <string>
+
+class QWindow;
+
+namespace quillo {
+
+/// Shows the window above all others, with the keyboard in it. The token (of XDG activation; may be empty)
+/// lets it have the keyboard where windows may not take it by themselves. Main thread.
+void present(QWindow& window, const std::string& activationToken);
+
+} // namespace quillo
