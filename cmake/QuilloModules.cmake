@@ -29,6 +29,8 @@ function(quillo_core_module name)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   if(sources)
     add_library(quillo_${name} STATIC ${sources})
+    # The windows are a library that is loaded when they are wanted.
+    set_target_properties(quillo_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
     target_include_directories(quillo_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
     target_link_libraries(quillo_${name} PUBLIC ${dependencies} PRIVATE ${ARG_LIBRARIES} quillo_flags)
     quillo_checked(quillo_${name})

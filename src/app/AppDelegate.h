@@ -1,6 +1,7 @@
 /// The shell: what stands in the status bar, and what comes up from it.
 #pragma once
 
+#include "app/Windows.h"
 #include "base/Result.h"
 #include "base/Signal.h"
 #include "control/Request.h"
@@ -14,29 +15,6 @@
 #include <vector>
 
 namespace quillo {
-
-/// The popover with the task list, as the shell sees it.
-class PopoverPlace {
-public:
-    virtual ~PopoverPlace() = default;
-
-    /// Shows it at the place that was clicked, or where the desktop puts such things; or closes it, where it
-    /// is shown. The token may be empty.
-    virtual void toggle(const std::optional<ScreenPoint>& anchor, const std::string& activationToken) = 0;
-
-    /// Shows it, also where it is shown already.
-    virtual void show(const std::optional<ScreenPoint>& anchor, const std::string& activationToken) = 0;
-};
-
-/// The quick-add panel, as the shell sees it.
-class QuickAddPlace {
-public:
-    virtual ~QuickAddPlace() = default;
-
-    virtual bool isVisible() const = 0;
-    virtual void show(const std::string& activationToken) = 0;
-    virtual void hide() = 0;
-};
 
 /// What the shell wires. The functions are called in the order in which the launch needs what they make; what
 /// they return outlives the shell. An action that is not there is shown and cannot be chosen.

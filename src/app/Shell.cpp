@@ -2,17 +2,11 @@
 
 #include "base/Log.h"
 #include "base/Product.h"
-#include "linux/windows/EveryDesktop.h"
-#include "ui/icons/SymbolImages.h"
+#include "symbols/SymbolImage.h"
 
 #include <QGuiApplication>
 #include <QLocale>
-#include <QQuickWindow>
-#include <QSGRendererInterface>
-#include <QtQml/QQmlExtensionPlugin>
 #include <utility>
-
-Q_IMPORT_QML_PLUGIN(QuilloPlugin)
 
 namespace quillo {
 
@@ -22,34 +16,41 @@ bool isX11() {
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
-/// The popover, as the shell sees it.
-class ShownPopover final : public PopoverPlace {
+class PopoverOfLibrary final : public PopoverPlace {
 public:
-    ShownPopover(Popover::Engine engine, PopoverModel& model, const AppearanceSettings& appearance)
-        : popover_(std::move(engine), model, appearance) {}
+    explicit PopoverOfLibrary(WindowsLibrary& library) : library_(library) {}
 
     void toggle(const std::optional<ScreenPoint>& anchor, const std::string& token) override {
-        popover_.toggle(anchor, token);
+        if (Windows* windows = library_.windows())
+            windows->popover().toggle(anchor, token);
     }
     void show(const std::optional<ScreenPoint>& anchor, const std::string& token) override {
-        popover_.show(anchor, token);
+        if (Windows* windows = library_.windows())
+            windows->popover().show(anchor, token);
     }
 
 private:
-    Popover popover_;
+    WindowsLibrary& library_;
 };
 
-class ShownQuickAdd final : public QuickAddPlace {
+class QuickAddOfLibrary final : public QuickAddPlace {
 public:
-    ShownQuickAdd(QuickAddController::Engine engine, QuickAddModel::Submission submission)
-        : controller_(std::move(engine), std::move(submission), showOnEveryDesktop) {}
+    explicit QuickAddOfLibrary(WindowsLibrary& library) : library_(library) {}
 
-    bool isVisible() const override { return controller_.isVisible(); }
-    void show(const std::string& token) override { controller_.show(token); }
-    void hide() override { controller_.hide(); }
+    bool isVisible() const override {
+        return library_.windowsSoFar() != nullptr && library_.windowsSoFar()->quickAdd().isVisible();
+    }
+    void show(const std::string& token) override {
+        if (Windows* windows = library_.windows())
+            windows->quickAdd().show(token);
+    }
+    void hide() override {
+        if (Windows* windows = library_.windowsSoFar())
+            windows->quickAdd().hide();
+    }
 
 private:
-    QuickAddController controller_;
+    WindowsLibrary& library_;
 };
 
 } // namespace
@@ -64,9 +65,6 @@ void prepareScreen() {
         else if (!qEnvironmentVariableIsEmpty("DISPLAY"))
             qputenv("QT_QPA_PLATFORM", "xcb");
     }
-    // Measured: a third of the memory and half the time to the first popover that OpenGL takes.
-    if (qgetenv("QUILLO_RENDERER") != "opengl")
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QCoreApplication::setApplicationName(QStringLiteral("Quillo"));
     QCoreApplication::setApplicationVersion(QString::fromLatin1(product::version));
     QGuiApplication::setDesktopFileName(QString::fromLatin1(product::desktopFile));
@@ -76,15 +74,25 @@ void prepareScreen() {
 Shell::Shell(Application& application, std::optional<control::Show::Window> wanted)
     : application_(application),
       appearance_(isX11() ? DesktopAppearance::Windows::x11 : DesktopAppearance::Windows::alwaysBlended),
-      theme_(appearance_), statusItem_(symbolImage) {
-    Theme::setInstance(&theme_);
+      statusItem_(symbolImage), library_([this] {
+          return WindowsDependencies{.services = services_->services(),
+                                     .clock = services_->clock(),
+                                     .calendar = services_->calendar(),
+                                     .addTask = [this](const std::string& text) { services_->addTask(text); },
+                                     .zoneChanged = services_->zoneChanged,
+                                     .hotKeys = hotKeys(),
+                                     .appearance = appearance_,
+                                     .actions = menuActions_};
+      }),
+      popover_(std::make_unique<PopoverOfLibrary>(library_)),
+      quickAdd_(std::make_unique<QuickAddOfLibrary>(library_)) {
     const QString folder = QStringLiteral(":/translations");
     if (translator_.load(QLocale(), QStringLiteral("quillo"), QStringLiteral("_"), folder) ||
         translator_.load(QStringLiteral("quillo_en"), folder))
         QCoreApplication::installTranslator(&translator_);
 
     menuActions_ = {
-        .quickAdd = [this] { quickAdd().show({}); },
+        .quickAdd = [this] { quickAdd_->show({}); },
         .exportMarkdown = nullptr,
         .exportJson = nullptr,
         .openStatistics = nullptr,
@@ -95,9 +103,9 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
     delegate_.emplace(AppDelegateDependencies{
         .statusItem = statusItem_,
         .todoStore = [this]() -> TodoStore& { return services_->services().todoStore(); },
-        .popover = [this]() -> PopoverPlace& { return popover(); },
+        .popover = [this]() -> PopoverPlace& { return *popover_; },
         .hotKeys = [this]() -> HotKeyManager& { return hotKeys(); },
-        .quickAdd = [this]() -> QuickAddPlace& { return quickAdd(); },
+        .quickAdd = [this]() -> QuickAddPlace& { return *quickAdd_; },
         .startUpdater = [] {},
         .prepareLanguageModel = [] {},
         .openSettings = menuActions_.openSettings,
@@ -120,7 +128,6 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
 Shell::~Shell() {
     if (services_)
         services_->showWindows(nullptr);
-    engine_.reset(); // What QML made goes before what it shows.
 }
 
 void Shell::open(AppServices& services, std::optional<control::Show::Window> wanted) {
@@ -133,36 +140,6 @@ void Shell::open(AppServices& services, std::optional<control::Show::Window> wan
     }
 }
 
-PopoverPlace& Shell::popover() {
-    if (popover_)
-        return *popover_;
-    Services& services = services_->services();
-    popoverModel_ = std::make_unique<PopoverModel>(PopoverModelDependencies{
-        .store = services.todoStore(),
-        .setReminder = services.setReminder(),
-        .reviewPrompts = services.reviewPrompts(),
-        .notifications = services.notifications(),
-        .clock = services_->clock(),
-        .calendar = services_->calendar(),
-        .statsStore = [this]() -> StatsStore& { return services_->services().statsStore(); },
-        .addTask = [this](const std::string& text) { services_->addTask(text); },
-        .actions = menuActions_,
-    });
-    connections_.push_back(
-        services_->zoneChanged.connect([this] { popoverModel_->tasks()->renewDueLabels(); }));
-    popover_ = std::make_unique<ShownPopover>([this]() -> QQmlEngine& { return engine(); }, *popoverModel_,
-                                              appearance_);
-    return *popover_;
-}
-
-QuickAddPlace& Shell::quickAdd() {
-    if (!quickAdd_)
-        quickAdd_ =
-            std::make_unique<ShownQuickAdd>([this]() -> QQmlEngine& { return engine(); },
-                                            [this](const std::string& text) { services_->addTask(text); });
-    return *quickAdd_;
-}
-
 HotKeyManager& Shell::hotKeys() {
     if (!hotKeys_) {
         hotKeyCenter_ = std::make_unique<DesktopHotKeyCenter>(
@@ -171,15 +148,6 @@ HotKeyManager& Shell::hotKeys() {
                                                    services_->mainExecutor());
     }
     return *hotKeys_;
-}
-
-QQmlEngine& Shell::engine() {
-    if (!engine_) {
-        engine_ = std::make_unique<QQmlEngine>();
-        engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
-        engine_->addImageProvider(QString::fromLatin1(SymbolImages::name), new SymbolImages);
-    }
-    return *engine_;
 }
 
 } // namespace quillo

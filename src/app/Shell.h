@@ -2,18 +2,15 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/MenuActions.h"
+#include "app/WindowsLibrary.h"
 #include "base/Signal.h"
 #include "control/Request.h"
 #include "linux/appearance/DesktopAppearance.h"
 #include "linux/hotkey/DesktopHotKeyCenter.h"
 #include "linux/statusitem/DesktopStatusItem.h"
 #include "resident/Application.h"
-#include "ui/popover/Popover.h"
-#include "ui/popover/PopoverModel.h"
-#include "ui/quickadd/QuickAddController.h"
-#include "ui/theme/Theme.h"
 
-#include <QQmlEngine>
 #include <QTranslator>
 #include <memory>
 #include <optional>
@@ -34,10 +31,7 @@ public:
 
 private:
     void open(AppServices& services, std::optional<control::Show::Window> wanted);
-    PopoverPlace& popover();
-    QuickAddPlace& quickAdd();
     HotKeyManager& hotKeys();
-    QQmlEngine& engine();
 
     Application& application_;
     AppServices* services_ = nullptr; ///< from when the list is there
@@ -45,13 +39,11 @@ private:
     // In the order in which they are made; each may use those above it.
     QTranslator translator_;
     DesktopAppearance appearance_;
-    Theme theme_;
     DesktopStatusItem statusItem_;
-    PopoverActions menuActions_; ///< what both menus do
+    MenuActions menuActions_; ///< of all menus
     std::unique_ptr<DesktopHotKeyCenter> hotKeyCenter_;
     std::unique_ptr<HotKeyManager> hotKeys_;
-    std::unique_ptr<PopoverModel> popoverModel_;
-    std::unique_ptr<QQmlEngine> engine_; ///< from when something of QML is shown first
+    WindowsLibrary library_;
     std::unique_ptr<PopoverPlace> popover_;
     std::unique_ptr<QuickAddPlace> quickAdd_;
     std::optional<AppDelegate> delegate_;

@@ -1,6 +1,7 @@
 #include "ui/icons/SymbolImages.h"
 
 #include "base/Log.h"
+#include "symbols/SymbolImage.h"
 
 #include <gtest/gtest.h>
 
