@@ -6,11 +6,15 @@
 
 #include <QGuiApplication>
 #include <QLocale>
+#include <QTimer>
+#include <chrono>
 #include <utility>
 
 namespace quillo {
 
 namespace {
+
+constexpr std::chrono::seconds updaterStartsAfter(10);
 
 bool isX11() {
     return QGuiApplication::platformName() == QLatin1String("xcb");
@@ -76,11 +80,14 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
       appearance_(isX11() ? DesktopAppearance::Windows::x11 : DesktopAppearance::Windows::alwaysBlended),
       statusItem_(symbolImage), library_([this] {
           return WindowsDependencies{.services = services_->services(),
+                                     .preferences = services_->preferences(),
+                                     .mainExecutor = services_->mainExecutor(),
                                      .clock = services_->clock(),
                                      .calendar = services_->calendar(),
                                      .addTask = [this](const std::string& text) { services_->addTask(text); },
                                      .zoneChanged = services_->zoneChanged,
                                      .hotKeys = hotKeys(),
+                                     .hotKeyCenter = *hotKeyCenter_,
                                      .appearance = appearance_,
                                      .actions = menuActions_};
       }),
@@ -93,11 +100,11 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
 
     menuActions_ = {
         .quickAdd = [this] { quickAdd_->show({}); },
-        .exportMarkdown = nullptr,
-        .exportJson = nullptr,
-        .openStatistics = nullptr,
-        .openSettings = nullptr,
-        .checkForUpdates = nullptr,
+        .exportMarkdown = [this] { exportTarget().exportMarkdown(); },
+        .exportJson = [this] { exportTarget().exportJson(); },
+        .openStatistics = [this] { withWindows(&Windows::openStatistics); },
+        .openSettings = [this] { withWindows(&Windows::openSettings); },
+        .checkForUpdates = [this] { withWindows(&Windows::checkForUpdates); },
         .quit = [this] { application_.quit(); },
     };
     delegate_.emplace(AppDelegateDependencies{
@@ -106,7 +113,7 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
         .popover = [this]() -> PopoverPlace& { return *popover_; },
         .hotKeys = [this]() -> HotKeyManager& { return hotKeys(); },
         .quickAdd = [this]() -> QuickAddPlace& { return *quickAdd_; },
-        .startUpdater = [] {},
+        .startUpdater = [this] { startUpdater(); },
         .prepareLanguageModel = [] {},
         .openSettings = menuActions_.openSettings,
         .openStatistics = menuActions_.openStatistics,
@@ -138,6 +145,28 @@ void Shell::open(AppServices& services, std::optional<control::Show::Window> wan
         if (const Outcome shown = delegate_->show(*wanted, {}); !shown)
             log(shown.error().message);
     }
+}
+
+void Shell::withWindows(void (Windows::*action)()) {
+    if (Windows* windows = library_.windows())
+        (windows->*action)();
+}
+
+void Shell::startUpdater() {
+    // Only who wants it to look by itself needs it before a window, and not in the first seconds.
+    if (services_->preferences().boolean(preference_keys::updatesAutomatic).value_or(false))
+        QTimer::singleShot(updaterStartsAfter, &updaterStart_,
+                           [this] { withWindows(&Windows::startUpdater); });
+}
+
+ExportTarget& Shell::exportTarget() {
+    if (!exportTarget_)
+        exportTarget_.emplace(ExportTargetDependencies{
+            .tasks = [this]() -> const TaskList& { return services_->services().todoStore().items(); },
+            .calendar = services_->calendar(),
+            .panel = savePanel_,
+        });
+    return *exportTarget_;
 }
 
 HotKeyManager& Shell::hotKeys() {

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/ExportTarget.h"
 #include "app/MenuActions.h"
 #include "app/WindowsLibrary.h"
 #include "base/Signal.h"
 #include "control/Request.h"
 #include "linux/appearance/DesktopAppearance.h"
+#include "linux/desktopservices/DesktopSavePanel.h"
 #include "linux/hotkey/DesktopHotKeyCenter.h"
 #include "linux/statusitem/DesktopStatusItem.h"
 #include "resident/Application.h"
@@ -32,6 +34,9 @@ public:
 private:
     void open(AppServices& services, std::optional<control::Show::Window> wanted);
     HotKeyManager& hotKeys();
+    ExportTarget& exportTarget();
+    void withWindows(void (Windows::*action)());
+    void startUpdater();
 
     Application& application_;
     AppServices* services_ = nullptr; ///< from when the list is there
@@ -43,7 +48,10 @@ private:
     MenuActions menuActions_; ///< of all menus
     std::unique_ptr<DesktopHotKeyCenter> hotKeyCenter_;
     std::unique_ptr<HotKeyManager> hotKeys_;
+    DesktopSavePanel savePanel_;
+    std::optional<ExportTarget> exportTarget_;
     WindowsLibrary library_;
+    QObject updaterStart_; ///< what waits for it ends with this
     std::unique_ptr<PopoverPlace> popover_;
     std::unique_ptr<QuickAddPlace> quickAdd_;
     std::optional<AppDelegate> delegate_;

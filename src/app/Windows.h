@@ -42,11 +42,14 @@ public:
 /// What the windows show and do; all of it outlives them.
 struct WindowsDependencies {
     Services& services;
+    Preferences& preferences;
+    Executor& mainExecutor;
     const Clock& clock;
     const unicode::CivilCalendar& calendar;
     std::function<void(const std::string&)> addTask; ///< takes what was typed, trimmed; not blank
     Signal<>& zoneChanged;                           ///< the user's time zone is another one
     HotKeyManager& hotKeys;
+    HotKeyCenter& hotKeyCenter;
     const AppearanceSettings& appearance;
     const MenuActions& actions; ///< complete when the windows are made
 };
@@ -60,6 +63,14 @@ public:
 
     virtual PopoverPlace& popover() = 0;
     virtual QuickAddPlace& quickAdd() = 0;
+
+    /// Each opens a window, or brings the one that is open to the front.
+    virtual void openSettings() = 0;
+    virtual void openStatistics() = 0;
+
+    /// From now on it looks for newer releases by itself, where the user wants that.
+    virtual void startUpdater() = 0;
+    virtual void checkForUpdates() = 0;
 };
 
 /// What the library has to offer, under the name in `windowsMaker`.

@@ -1,6 +1,7 @@
 /// Keyboard shortcuts that work whichever program has the keyboard.
 #pragma once
 
+#include "base/Observable.h"
 #include "model/HotKeyConfig.h"
 
 #include <cstdint>
@@ -31,6 +32,14 @@ struct HotKeyEvent {
     std::string activationToken;                ///< with which a window may take the focus; may be empty
 };
 
+/// Which keys a shortcut really has, where the desktop decides that and not the program.
+struct DesktopKeys {
+    std::string description;   ///< in the desktop's words, UTF-8; empty where it does not tell
+    bool configurable = false; ///< HotKeyCenter::configure() leads the user to where it is decided
+
+    friend bool operator==(const DesktopKeys&, const DesktopKeys&) = default;
+};
+
 /// Belongs to the main thread.
 class HotKeyCenter {
 public:
@@ -59,6 +68,13 @@ public:
 
     /// Gives a shortcut back, at once, or stops trying to have it.
     virtual void unregisterHotKey(HotKeyReference reference) = 0;
+
+    /// Those of the registered shortcut; absent while there is none, or where it has the keys that were asked
+    /// for.
+    virtual const Observable<std::optional<DesktopKeys>>& desktopKeys() const = 0;
+
+    /// Shows the desktop's own dialog for the registered shortcut; nothing where it is not configurable.
+    virtual void configure() = 0;
 };
 
 } // namespace quillo

@@ -33,7 +33,19 @@ inline constexpr std::string_view reviewPending =
 
 inline constexpr std::string_view reminders = "Quillo.linux.reminders.v1"; ///< data: the book of reminders
 
+inline constexpr std::string_view updatesAutomatic =
+    "Quillo.linux.updates.automatic"; ///< boolean: newer releases are looked for daily; off where absent
+inline constexpr std::string_view updatesLastCheck =
+    "Quillo.linux.updates.lastCheck"; ///< double: seconds since 1970
+inline constexpr std::string_view updatesSkipped =
+    "Quillo.linux.updates.skipped"; ///< text: build that is not to be offered unasked
+inline constexpr std::string_view updatesHighestSeen =
+    "Quillo.linux.updates.highestSeen"; ///< text: the highest build that a genuine list of releases had
+
 inline constexpr std::string_view hotKey = "Quillo.hotkey.v1"; ///< data: HotKeyConfig
+
+inline constexpr std::string_view launchAtLogin =
+    "Quillo.launchAtLogin"; ///< boolean: the program starts at login, as far as it knows; off where absent
 
 } // namespace preference_keys
 

@@ -1,8 +1,12 @@
 #include "windows/ProgramWindows.h"
 
+#include "base/Product.h"
+#include "linux/hotkey/KeyPositions.h"
+#include "linux/loginitem/LoginItemOfThisSession.h"
 #include "linux/windows/EveryDesktop.h"
 #include "ui/icons/SymbolImages.h"
 
+#include <QApplication>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 #include <utility>
@@ -52,7 +56,13 @@ ProgramWindows::ProgramWindows(const WindowsDependencies& dependencies)
 }
 
 ProgramWindows::~ProgramWindows() {
-    engine_.reset(); // What QML made goes before what it shows.
+    // What QML made goes before what it shows.
+    updates_.reset();
+    statistics_.reset();
+    settings_.reset();
+    quickAdd_.reset();
+    popover_.reset();
+    engine_.reset();
 }
 
 PopoverPlace& ProgramWindows::popover() {
@@ -63,6 +73,7 @@ PopoverPlace& ProgramWindows::popover() {
         .store = services.todoStore(),
         .setReminder = services.setReminder(),
         .reviewPrompts = services.reviewPrompts(),
+        .feedback = feedback_,
         .notifications = services.notifications(),
         .clock = with_.clock,
         .calendar = with_.calendar,
@@ -87,6 +98,74 @@ QuickAddPlace& ProgramWindows::quickAdd() {
         quickAdd_ =
             std::make_unique<ShownQuickAdd>([this]() -> QQmlEngine& { return engine(); }, with_.addTask);
     return *quickAdd_;
+}
+
+void ProgramWindows::openSettings() {
+    if (!settings_) {
+        loginItem_ = loginItemOfThisSession(
+            with_.mainExecutor,
+            QCoreApplication::translate("Quillo", "Remind you of your tasks from login on."));
+        settingsModel_ = std::make_unique<SettingsModel>(SettingsModelDependencies{
+            .preferences = with_.preferences,
+            .store = with_.services.todoStore(),
+            .loginItem = *loginItem_,
+            .recorder = {.hotKeys = with_.hotKeys,
+                         .center = with_.hotKeyCenter,
+                         .keyCode = keyCodeAt,
+                         .beep = [] { QApplication::beep(); }},
+            .statsStore = [this]() -> StatsStore& { return with_.services.statsStore(); },
+            .exportMarkdown = with_.actions.exportMarkdown,
+            .exportJson = with_.actions.exportJson,
+            .automaticallyChecksForUpdates = [this] { return updater().automaticallyChecksForUpdates(); },
+            .setAutomaticallyChecksForUpdates =
+                [this](bool automatic) { updater().setAutomaticallyChecksForUpdates(automatic); },
+            .checkForUpdates = with_.actions.checkForUpdates,
+            .openUrl = [this](const std::string& address) { urlOpener_.open(address); },
+        });
+        settings_ = window("SettingsWindow.qml", settingsModel_.get());
+    }
+    settings_->show({});
+}
+
+void ProgramWindows::openStatistics() {
+    if (!statistics_) {
+        statsModel_ = std::make_unique<StatsModel>(with_.services.statsStore());
+        statistics_ = window("StatsWindow.qml", statsModel_.get());
+    }
+    statistics_->show({});
+}
+
+void ProgramWindows::startUpdater() {
+    updater().start();
+}
+
+void ProgramWindows::checkForUpdates() {
+    updater().checkForUpdates();
+}
+
+UpdaterController& ProgramWindows::updater() {
+    if (!updater_) {
+        appcast_ = std::make_unique<AppcastUpdater>(AppcastUpdaterOptions::ofThisProgram(), with_.preferences,
+                                                    with_.clock, with_.mainExecutor);
+        updateTimer_ = std::make_unique<TimerfdTimer>();
+        updater_ = std::make_unique<UpdaterController>(UpdaterControllerDependencies{
+            .updater = *appcast_,
+            .preferences = with_.preferences,
+            .clock = with_.clock,
+            .timer = *updateTimer_,
+            .showWindow = [this] { updates_->show({}); },
+            .hideWindow = [this] { updates_->hide(); },
+            .version = product::version,
+        });
+        updates_ = window("UpdateWindow.qml", &updater_->model());
+    }
+    return *updater_;
+}
+
+std::unique_ptr<KeptWindow> ProgramWindows::window(const char* file, QObject* model) {
+    return std::make_unique<KeptWindow>([this]() -> QQmlEngine& { return engine(); },
+                                        QString::fromLatin1(file),
+                                        QVariantMap{{QStringLiteral("model"), QVariant::fromValue(model)}});
 }
 
 QQmlEngine& ProgramWindows::engine() {

@@ -27,6 +27,7 @@ POPOVER_TITLE = "Quillo"
 MORE = "More options"
 SHOW_DONE = "Show completed tasks"
 HIDE_DONE = "Hide completed tasks"
+STATISTICS_TITLE = "Quillo Statistics"
 MASCOT = "Olo, the Quillo mascot"
 CREDITS_BUTTON = "Back to work"
 
@@ -92,6 +93,13 @@ class Program(DesktopProgram):
     def has_quick_add(self):
         return self._window_titled(NEW_TASK) is not None
 
+    def view(self, title):
+        """The window of that title, ready to be worked in."""
+        return View(self, self._ready_window(title))
+
+    def has_window(self, title):
+        return self._window_titled(title) is not None
+
     def _window_titled(self, title):
         return next((window for window in self.windows() if window.title == title), None)
 
@@ -153,8 +161,12 @@ class View:
 class Popover(View):
     def rows(self):
         """The names of the rows, from top to bottom: as assistive programs read them out."""
-        nodes = [(node.area[1], node.name) for node in self.node.find_all("list item")]
-        return [name for _, name in sorted(nodes)]
+        while True:
+            try:
+                nodes = [(node.area[1], node.name) for node in self.node.find_all("list item")]
+                return [name for _, name in sorted(nodes)]
+            except GLib.Error:  # Something went while we looked.
+                pass
 
     def row(self, title):
         """The row of the task with this title, done or not, due or not."""

@@ -139,6 +139,9 @@ class Panel(QuickAddTest):
         grip = (left + (width - QUICK_ADD_SIZE[0]) // 2 + 10, top + height // 2)
         self.input.drag(grip, (grip[0] + 60, grip[1] + 40))
         self.eventually(lambda: panel.window.area[:2], (left + 60, top + 40))
+        # The window manager has had the keyboard meanwhile.
+        wait_until(self.program.is_active, "the panel has the keyboard again", WAIT_SECONDS)
+        self.desktop.screen.picture_at_rest(panel.window.area)
         self.input.type("after a drag\n")
         self.eventually(self.quillo.titles, ["after a drag"])
 

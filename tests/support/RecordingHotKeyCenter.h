@@ -41,6 +41,9 @@ public:
         registrations.erase(reference);
     }
 
+    const Observable<std::optional<DesktopKeys>>& desktopKeys() const override { return keysOfTheDesktop; }
+    void configure() override { ++configurations; }
+
     /// Answers what waits for an answer.
     void answerAll() {
         for (auto& [reference, asked] : std::exchange(waiting_, {})) {
@@ -64,7 +67,9 @@ public:
     std::string activationToken;                 ///< of the presses to come
     std::map<HandlerReference, Handler> handlers;
     std::map<HotKeyReference, Registration> registrations;
+    Observable<std::optional<DesktopKeys>> keysOfTheDesktop;
     int unregistrations = 0;
+    int configurations = 0;
 
 private:
     std::uint64_t last_ = 0;

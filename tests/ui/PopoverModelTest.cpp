@@ -2,6 +2,7 @@
 
 #include "ListWorld.h"
 #include "reminders/TaskReminder.h"
+#include "support/RecordingUrlOpener.h"
 #include "ui/row/DateTimes.h"
 
 #include <gmock/gmock.h>
@@ -29,11 +30,14 @@ QString name(const Uuid& id) {
 struct PopoverModelTest : testing::Test {
     ListWorld world;
     ReviewPromptService reviewPrompts{world.preferences, world.notifications, "1.0"};
+    support::RecordingUrlOpener opener;
+    Feedback feedback{opener, {}};
     std::optional<StatsStore> stats;
     std::vector<std::string> typed;
     PopoverModel model{{world.store,
                         world.setReminder,
                         reviewPrompts,
+                        feedback,
                         world.notifications,
                         world.clock,
                         world.calendar,
@@ -204,6 +208,7 @@ TEST_F(PopoverModelTest, OffersTheActionsThatAreThere) {
     PopoverModel other{{.store = world.store,
                         .setReminder = world.setReminder,
                         .reviewPrompts = reviewPrompts,
+                        .feedback = feedback,
                         .notifications = world.notifications,
                         .clock = world.clock,
                         .calendar = world.calendar,

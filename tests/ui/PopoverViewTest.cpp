@@ -1,4 +1,5 @@
 #include "ListWorld.h"
+#include "support/RecordingUrlOpener.h"
 #include "ui/icons/SymbolImages.h"
 #include "ui/popover/PopoverModel.h"
 #include "ui/theme/Theme.h"
@@ -60,6 +61,7 @@ protected:
             .store = world.store,
             .setReminder = world.setReminder,
             .reviewPrompts = reviewPrompts,
+            .feedback = feedback,
             .notifications = world.notifications,
             .clock = world.clock,
             .calendar = world.calendar,
@@ -151,6 +153,8 @@ protected:
     Theme theme{settings};
     ListWorld world;
     ReviewPromptService reviewPrompts{world.preferences, world.notifications, "1.0"};
+    support::RecordingUrlOpener opener;
+    Feedback feedback{opener, {"makers@example.org", "https://example.org/review", "1.0", "7"}};
     StatsStore stats{{world.preferences, world.clock, world.calendar, world.notifications}};
     std::unique_ptr<PopoverModel> model;
     QQmlEngine engine;

@@ -27,9 +27,12 @@ std::vector<DesktopHotKeyCenter::Way> DesktopHotKeyCenter::waysOfThisSession(con
 }
 
 DesktopHotKeyCenter::DesktopHotKeyCenter(std::vector<Way> ways) : ways_(std::move(ways)) {
-    for (const Way& way : ways_)
+    for (const Way& way : ways_) {
         connections_.push_back(
             way.binding->pressed.connect([this](const std::string& token) { handlePress(token); }));
+        connections_.push_back(way.binding->desktopKeys.observe(
+            [this](const std::optional<DesktopKeys>&) { updateDesktopKeys(); }));
+    }
 }
 
 HotKeyCenter::HandlerReference DesktopHotKeyCenter::installHandler(Handler handler) {
@@ -60,6 +63,12 @@ void DesktopHotKeyCenter::unregisterHotKey(HotKeyReference reference) {
         return;
     ways_[registration_->way].binding->release();
     registration_.reset();
+    updateDesktopKeys();
+}
+
+void DesktopHotKeyCenter::configure() {
+    if (registration_)
+        ways_[registration_->way].binding->configure();
 }
 
 void DesktopHotKeyCenter::tryWay() {
@@ -87,6 +96,7 @@ void DesktopHotKeyCenter::handleOutcome(const BindingOutcome& outcome) {
         " (a key can be bound to the command \"quillo quick-add\" in the desktop's settings)");
     const Answer answer = std::move(registration.answer);
     registration_.reset();
+    updateDesktopKeys();
     answer(outcome.status);
 }
 
@@ -99,6 +109,10 @@ void DesktopHotKeyCenter::handlePress(const std::string& activationToken) {
         if (handler(&event) != HotKeyStatus::eventNotHandled)
             return;
     }
+}
+
+void DesktopHotKeyCenter::updateDesktopKeys() {
+    desktopKeys_.set(registration_ ? ways_[registration_->way].binding->desktopKeys.get() : std::nullopt);
 }
 
 } // namespace quillo

@@ -36,6 +36,8 @@ public:
     HotKeyReference registerHotKey(const HotKeyConfig& config, const HotKeyIdentifier& identifier,
                                    Answer answer) override;
     void unregisterHotKey(HotKeyReference reference) override;
+    const Observable<std::optional<DesktopKeys>>& desktopKeys() const override { return desktopKeys_; }
+    void configure() override;
 
 private:
     struct Registration {
@@ -50,11 +52,13 @@ private:
     void tryWay();
     void handleOutcome(const BindingOutcome& outcome);
     void handlePress(const std::string& activationToken);
+    void updateDesktopKeys();
 
     const std::vector<Way> ways_;
     std::vector<Connection> connections_;
     std::map<HandlerReference, Handler> handlers_;
     std::optional<Registration> registration_;
+    Observable<std::optional<DesktopKeys>> desktopKeys_;
     std::uint64_t lastReference_ = 0;
 };
 

@@ -134,4 +134,11 @@ std::optional<KeyPosition> keyPosition(std::uint32_t keyCode) {
     return found->position;
 }
 
+std::optional<std::uint32_t> keyCodeAt(std::uint32_t scanCode) {
+    const auto* const found = std::find_if(std::begin(keys), std::end(keys), [scanCode](const Key& key) {
+        return key.position.evdevCode + firstScanCode == scanCode;
+    });
+    return found != std::end(keys) ? std::optional(found->keyCode) : std::nullopt;
+}
+
 } // namespace quillo

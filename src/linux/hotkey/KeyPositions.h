@@ -19,4 +19,11 @@ struct KeyPosition {
 /// shortcut by themselves, such as modifiers.
 std::optional<KeyPosition> keyPosition(std::uint32_t keyCode);
 
+/// The other way round, by the place's number as the X server and the compositors have it
+/// (QKeyEvent::nativeScanCode()). Absent for keys that make no shortcut.
+std::optional<std::uint32_t> keyCodeAt(std::uint32_t scanCode);
+
+/// The first numbers of the X server stand for no key; the others are the kernel's in their order.
+inline constexpr std::uint32_t firstScanCode = 8;
+
 } // namespace quillo

@@ -8,6 +8,7 @@
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 #include <QList>
 #include <algorithm>
 #include <string>
@@ -42,9 +43,13 @@ const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString registry = QStringLiteral("org.freedesktop.host.portal.Registry");
 const QString globalShortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 
 const QString shortcutId = QStringLiteral("quick-add");
+
+/// The version of the portal that has ConfigureShortcuts.
+constexpr uint configuringVersion = 2;
 
 /// Of what comes from the bus, nothing useful is longer.
 constexpr qsizetype longestText = 1024;
@@ -54,9 +59,8 @@ std::string words(const std::string& error) {
     return QString::fromStdString(error).simplified().left(longestText).toStdString();
 }
 
-/// Our shortcut in an answer to ListShortcuts or BindShortcuts, if it is there.
-std::optional<PortalShortcut> ourShortcut(const QVariantMap& results) {
-    const QVariant list = results.value(QStringLiteral("shortcuts"));
+/// Our shortcut in a list of them, if it is there.
+std::optional<PortalShortcut> ourShortcut(const QVariant& list) {
     if (list.userType() != qMetaTypeId<QDBusArgument>())
         return std::nullopt;
     const auto argument = list.value<QDBusArgument>();
@@ -66,6 +70,17 @@ std::optional<PortalShortcut> ourShortcut(const QVariantMap& results) {
     const auto found = std::find_if(bound.begin(), bound.end(),
                                     [](const PortalShortcut& shortcut) { return shortcut.id == shortcutId; });
     return found != bound.end() ? std::optional(*found) : std::nullopt;
+}
+
+/// The same in an answer to ListShortcuts or BindShortcuts.
+std::optional<PortalShortcut> ourShortcut(const QVariantMap& results) {
+    return ourShortcut(results.value(QStringLiteral("shortcuts")));
+}
+
+/// What the portal says of its keys, in words for people; empty where it says nothing.
+QString keysOf(const std::optional<PortalShortcut>& shortcut) {
+    return shortcut ? shortcut->properties.value(QStringLiteral("trigger_description")).toString()
+                    : QString();
 }
 
 /// Whether there is a key for it. A portal that says nothing of keys is believed.
@@ -114,8 +129,25 @@ void PortalShortcutBinding::release() {
     trigger_.reset();
     answer_ = nullptr;
     sessionWanted_ = false;
+    desktopKeys.set(std::nullopt);
     if (!session_.isEmpty())
         closeSession(std::exchange(session_, {}));
+}
+
+/// What becomes of it, the signal ShortcutsChanged tells.
+void PortalShortcutBinding::configure() {
+    if (session_.isEmpty() || !configurable_)
+        return;
+    const QString noWindow;
+    QDBusMessage wish = call(globalShortcuts, QStringLiteral("ConfigureShortcuts"));
+    wish << QVariant::fromValue(QDBusObjectPath(session_)) << noWindow << QVariantMap();
+    auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(wish), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this, [](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        if (finished->isError())
+            log("the desktop shows no settings of its shortcuts: " +
+                words(finished->error().message().toStdString()));
+    });
 }
 
 /// A connection of our own: its first call to the portal has to say who we are, and Qt may have used the
@@ -162,8 +194,27 @@ void PortalShortcutBinding::introduceOurselves() {
         portal_ = answer.reply().service();
         bus_->connect(portal_, path, globalShortcuts, QStringLiteral("Activated"), this,
                       SLOT(activated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
+        bus_->connect(portal_, path, globalShortcuts, QStringLiteral("ShortcutsChanged"), this,
+                      SLOT(shortcutsChanged(QDBusMessage)));
+        askVersion();
         createSession();
     });
+}
+
+void PortalShortcutBinding::askVersion() {
+    QDBusMessage question = call(properties, QStringLiteral("Get"));
+    question << globalShortcuts << QStringLiteral("version");
+    auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(question), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this,
+            [this, portal = portal_](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                const QDBusPendingReply<QDBusVariant> version = *finished;
+                if (portal != portal_ || version.isError())
+                    return;
+                configurable_ = version.value().variant().toUInt() >= configuringVersion;
+                if (const auto keys = desktopKeys.get())
+                    desktopKeys.set(DesktopKeys{keys->description, configurable_});
+            });
 }
 
 /// The portal of Plasma 5.27 keeps the keys of programs that it has no name for under the session's name, for
@@ -223,6 +274,7 @@ void PortalShortcutBinding::findShortcut() {
             return;
         }
         reportMissingKey(shortcut);
+        tellKeys(keysOf(shortcut));
         finish({});
     };
     new PortalRequest(*bus_, question, token, answer, this);
@@ -245,7 +297,9 @@ void PortalShortcutBinding::bindShortcut() {
         } else if (outcome->code != PortalResponse::success) {
             finish({HotKeyStatus::unavailable, "the desktop's portal did not bind it"});
         } else {
-            reportMissingKey(ourShortcut(outcome->results));
+            const auto shortcut = ourShortcut(outcome->results);
+            reportMissingKey(shortcut);
+            tellKeys(keysOf(shortcut));
             finish({});
         }
     };
@@ -270,6 +324,8 @@ void PortalShortcutBinding::closeSession(const QString& session) {
 void PortalShortcutBinding::forgetPortal() {
     qDeleteAll(findChildren<PortalRequest*>(Qt::FindDirectChildrenOnly));
     portal_.clear();
+    configurable_ = false;
+    desktopKeys.set(std::nullopt);
     session_.clear();
     creatingSession_ = false;
     sessionWanted_ = false;
@@ -286,6 +342,10 @@ void PortalShortcutBinding::portalOwnerChanged(const QString& owner) {
     }
     if (!owner.isEmpty() && trigger_)
         findPortal();
+}
+
+void PortalShortcutBinding::tellKeys(const QString& description) {
+    desktopKeys.set(DesktopKeys{words(description.toStdString()), configurable_});
 }
 
 /// What was bound once stays wanted; whoever waits for an answer gets it and may try another way.
@@ -326,6 +386,15 @@ void PortalShortcutBinding::activated(const QDBusObjectPath& session, const QStr
         return;
     const QString token = options.value(QStringLiteral("activation_token")).toString();
     pressed.emit(token.size() <= longestText ? token.toStdString() : std::string());
+}
+
+void PortalShortcutBinding::shortcutsChanged(const QDBusMessage& message) {
+    const QVariantList arguments = message.arguments();
+    if (!desktopKeys.get() || message.signature() != QLatin1String("oa(sa{sv})") ||
+        arguments.at(0).value<QDBusObjectPath>().path() != session_)
+        return;
+    if (const auto shortcut = ourShortcut(arguments.at(1)))
+        tellKeys(keysOf(shortcut));
 }
 
 } // namespace quillo

@@ -31,10 +31,12 @@ public:
 
     void bind(const HotKeyConfig& config, std::function<void(const BindingOutcome&)> answer) override;
     void release() override;
+    void configure() override;
 
 private:
     void findPortal();
     void introduceOurselves();
+    void askVersion();
     void createSession();
     void createWantedSession();
     void findShortcut();
@@ -42,6 +44,7 @@ private:
     void closeSession(const QString& session);
     void forgetPortal();
     void portalOwnerChanged(const QString& owner);
+    void tellKeys(const QString& description);
     void finish(const BindingOutcome& outcome);
     QDBusMessage call(const QString& interface, const QString& method) const;
     QString sessionToken() const;
@@ -50,6 +53,7 @@ private:
 private Q_SLOTS:
     void activated(const QDBusObjectPath& session, const QString& shortcut, qulonglong timestamp,
                    const QVariantMap& options);
+    void shortcutsChanged(const QDBusMessage& message);
 
 private:
     const QString applicationId_;
@@ -57,6 +61,7 @@ private:
     std::optional<QDBusConnection> bus_;
     QDBusServiceWatcher watcher_;
     QString portal_;                     ///< the portal's unique name on the bus; empty where none is known
+    bool configurable_ = false;          ///< the portal has a dialog of its own for shortcuts
     bool introducing_ = false;           ///< the portal's name is about to be known
     std::uint64_t attempt_ = 0;          ///< answers to earlier ones come to nothing
     std::optional<std::string> trigger_; ///< what was asked for and not refused

@@ -1,11 +1,13 @@
 /// One of the ways in which a Linux desktop can offer a shortcut that works everywhere.
 #pragma once
 
+#include "base/Observable.h"
 #include "base/Signal.h"
 #include "model/HotKeyConfig.h"
 #include "ports/HotKeyCenter.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace quillo {
@@ -28,6 +30,12 @@ public:
 
     /// Gives the shortcut back, if it has one, or stops asking for it.
     virtual void release() = 0;
+
+    /// Shows the desktop's own dialog for the shortcut it has, where desktopKeys says that there is one.
+    virtual void configure() {}
+
+    /// Absent while it has no shortcut, or where that has the keys that were asked for.
+    Observable<std::optional<DesktopKeys>> desktopKeys;
 
     /// The shortcut was pressed; with a token with which a window may take the focus, or an empty one.
     /// Listeners do not bind or release.

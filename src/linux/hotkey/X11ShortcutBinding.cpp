@@ -16,9 +16,6 @@ namespace quillo {
 
 namespace {
 
-/// The first 8 of the X server's keycodes stand for no key; the others are the kernel's codes in that order.
-constexpr int firstKeycode = 8;
-
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
@@ -137,7 +134,7 @@ BindingOutcome X11ShortcutBinding::grab() {
     const std::set<std::uint16_t> combinations = {mask, static_cast<std::uint16_t>(mask | XCB_MOD_MASK_LOCK),
                                                   static_cast<std::uint16_t>(mask | modifiers->numLock),
                                                   static_cast<std::uint16_t>(mask | locks)};
-    grab_ = Grab{static_cast<std::uint8_t>(position->evdevCode + firstKeycode),
+    grab_ = Grab{static_cast<std::uint8_t>(position->evdevCode + firstScanCode),
                  {combinations.begin(), combinations.end()}};
     auto* const connection = connection_.get();
     std::vector<xcb_void_cookie_t> asked;

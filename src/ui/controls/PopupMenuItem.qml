@@ -14,7 +14,8 @@ T.MenuItem {
     bottomPadding: 4
     hoverEnabled: true
 
-    Accessible.onPressAction: root.click()
+    // Which closes the menu too; click() by itself is no choice.
+    Accessible.onPressAction: root.triggered()
 
     background: Rectangle {
         radius: 4

@@ -1,18 +1,25 @@
 import QtQuick
 import Quillo
 
-/// A button with a text. A prominent one is what Return does.
+/// A button with a text, and perhaps a symbol before it. A prominent one is what Return does; a destructive one does what
+/// cannot be undone.
 Pressable {
     id: root
 
     required property string text
+    property string symbol
     property bool prominent: false
+    property bool destructive: false
+    property bool large: false
+
+    readonly property color ink: prominent ? Theme.accentText : destructive ? Theme.overdueText : Theme.text
+    readonly property real symbolRoom: symbol ? icon.width + 8 : 0
 
     name: text
     ringGap: prominent ? 2 : 0
     Accessible.defaultButton: prominent
-    implicitWidth: label.implicitWidth + 24
-    implicitHeight: Math.max(28, label.implicitHeight + 12)
+    implicitWidth: label.implicitWidth + symbolRoom + 24
+    implicitHeight: Math.max(large ? 36 : 28, label.implicitHeight + (large ? 18 : 12))
     opacity: enabled ? 1 : 0.4
 
     Rectangle {
@@ -30,11 +37,22 @@ Pressable {
         }
     }
 
+    Icon {
+        id: icon
+        anchors.right: label.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        visible: root.symbol !== ""
+        symbol: root.symbol
+        color: root.ink
+    }
+
     Text {
         id: label
-        anchors.fill: parent
-        anchors.leftMargin: 8
-        anchors.rightMargin: 8
+        anchors.centerIn: parent
+        anchors.horizontalCenterOffset: (LayoutMirroring.enabled ? -1 : 1) * root.symbolRoom / 2
+        width: Math.min(implicitWidth, root.width - 16 - root.symbolRoom)
+        height: parent.height
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         text: root.text
@@ -43,7 +61,7 @@ Pressable {
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 9
         font.pixelSize: Theme.fontSize
-        color: root.prominent ? Theme.accentText : Theme.text
+        color: root.ink
         Accessible.ignored: true
     }
 }

@@ -8,6 +8,8 @@ Item {
     required property bool shown
     required property url source
     required property real cornerRadius
+    /// What else the sheet is given when it is loaded, by the names of its properties.
+    property var inputs: ({})
 
     signal dismissed
 
@@ -18,10 +20,10 @@ Item {
 
     function update() {
         if (shown && loader.status === Loader.Null)
-            loader.setSource(source, {
+            loader.setSource(source, Object.assign({
                 parent: root.parent,
                 cornerRadius: Qt.binding(() => root.cornerRadius)
-            });
+            }, inputs));
         if (loader.item)
             loader.item.visible = shown;
     }

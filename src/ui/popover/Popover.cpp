@@ -23,7 +23,12 @@ constexpr int fadeMilliseconds = 100;
 } // namespace
 
 Popover::Popover(Engine engine, PopoverModel& model, const AppearanceSettings& appearance)
-    : engine_(std::move(engine)), model_(model), appearance_(appearance) {
+    : engine_(std::move(engine)), model_(model), appearance_(appearance),
+      loss_([this] { return !shown_ || window_->isActive(); },
+            [this] {
+                close();
+                sinceFocusLoss_.start();
+            }) {
     connect(&model_, &PopoverModel::closeRequested, this, &Popover::close);
     connect(&fading_, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& opacity) { window_->setOpacity(opacity.toDouble()); });
@@ -40,6 +45,7 @@ void Popover::show(const std::optional<ScreenPoint>& anchor, const std::string& 
         return;
     if (!shown_) {
         place(anchor);
+        loss_.aboutToShow();
         setShown(true);
         fadeTo(1);
     }
@@ -71,11 +77,8 @@ bool Popover::make() {
     blend(appearance_.appearance().get());
     appearanceChanged_ = appearance_.appearance().observe(blend);
     connect(window_.get(), &QWindow::activeChanged, this, [this] {
-        // A window that is not on the screen yet hears of what it lost when it was hidden before.
-        if (shown_ && !window_->isActive() && window_->isExposed()) {
-            close();
-            sinceFocusLoss_.start();
-        }
+        if (shown_)
+            loss_.check();
     });
     // A window manager may close it, too.
     connect(window_.get(), &QWindow::visibleChanged, this, [this](bool visible) {

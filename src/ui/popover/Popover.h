@@ -4,6 +4,7 @@
 #include "base/Signal.h"
 #include "ports/AppearanceSettings.h"
 #include "ports/StatusItem.h"
+#include "ui/windows/KeyboardLoss.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -58,6 +59,7 @@ private:
     const AppearanceSettings& appearance_;
     std::unique_ptr<QQuickWindow> window_; ///< none before the first showing
     bool shown_ = false;
+    KeyboardLoss loss_;
     QVariantAnimation fading_;
     QElapsedTimer sinceFocusLoss_; ///< runs from when it closed by itself
     Connection appearanceChanged_;

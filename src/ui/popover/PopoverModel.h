@@ -8,6 +8,7 @@
 #include "review/ReviewPromptService.h"
 #include "stats/StatsStore.h"
 #include "store/TodoStore.h"
+#include "ui/feedback/Feedback.h"
 #include "ui/popover/TaskListModel.h"
 #include "unicode/CivilCalendar.h"
 
@@ -38,6 +39,7 @@ struct PopoverModelDependencies {
     TodoStore& store;
     SetReminder& setReminder;
     ReviewPromptService& reviewPrompts;
+    Feedback& feedback;
     NotificationCenter& notifications;
     const Clock& clock;
     const unicode::CivilCalendar& calendar;   ///< its owner may assign it another zone
@@ -63,6 +65,7 @@ class PopoverModel final : public QObject {
     Q_PROPERTY(bool creditsShown READ creditsShown WRITE setCreditsShown NOTIFY creditsShownChanged)
     Q_PROPERTY(bool active READ active WRITE setActive NOTIFY activeChanged)
     Q_PROPERTY(quillo::TaskListModel* tasks READ tasks CONSTANT)
+    Q_PROPERTY(quillo::Feedback* feedback READ feedback CONSTANT)
 
 public:
     enum ReminderChoice { InOneHour, InThreeHours, Tonight, TomorrowMorning };
@@ -96,6 +99,9 @@ public:
     void setActive(bool active);
 
     TaskListModel* tasks() { return &tasks_; }
+
+    /// What the sheet that asks for feedback leads to.
+    Feedback* feedback() { return &with_.feedback; }
 
     /// Hands over what stands in the entry field and empties it at once. A blank text stays where it is.
     Q_INVOKABLE void submit();

@@ -12,7 +12,8 @@ FocusScope {
 
     /// To be called when the popover has come up.
     function begin() {
-        entry.forceActiveFocus();
+        if (!model.feedbackShown && !model.creditsShown)
+            entry.forceActiveFocus();
     }
 
     /// To be called when it is gone, so that nothing half done is found at the next time.
@@ -97,6 +98,9 @@ FocusScope {
         shown: root.model.feedbackShown
         cornerRadius: root.cornerRadius
         source: "FeedbackSheet.qml"
+        inputs: ({
+                feedback: root.model.feedback
+            })
         onDismissed: root.model.feedbackShown = false
     }
 

@@ -21,7 +21,8 @@ constexpr qint64 moveStartsWithinMilliseconds = 300;
 
 QuickAddController::QuickAddController(Engine engine, QuickAddModel::Submission submission,
                                        Preparation prepare)
-    : engine_(std::move(engine)), prepare_(std::move(prepare)), model_(std::move(submission)) {
+    : engine_(std::move(engine)), prepare_(std::move(prepare)), model_(std::move(submission)),
+      loss_([this] { return panel_->isActive(); }, [this] { leave(); }) {
     connect(&model_, &QuickAddModel::finished, this, &QuickAddController::hide);
     connect(&model_, &QuickAddModel::moveRequested, this, &QuickAddController::move);
 }
@@ -33,6 +34,8 @@ void QuickAddController::show(const std::string& activationToken) {
         return;
     model_.begin();
     place();
+    if (!panel_->isVisible())
+        loss_.aboutToShow();
     if (prepare_)
         prepare_(*panel_);
     present(*panel_, activationToken);
@@ -54,10 +57,8 @@ bool QuickAddController::make() {
         return false;
     // A menu of the panel has a window of its own: while that has the keyboard, so has the panel.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] {
-        const bool lost = std::exchange(hadKeyboard_, panel_->isActive()) && !hadKeyboard_;
-        // A panel that is not on the screen yet hears of what it lost when it was hidden before.
-        if (lost && panel_->isExposed())
-            leave();
+        if (std::exchange(hadKeyboard_, panel_->isActive()) && !hadKeyboard_)
+            loss_.check();
     });
     return true;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ui/quickadd/QuickAddModel.h"
+#include "ui/windows/KeyboardLoss.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -49,6 +50,7 @@ private:
     const Preparation prepare_;
     QuickAddModel model_;
     std::unique_ptr<QQuickWindow> panel_; ///< none before the first showing
+    KeyboardLoss loss_;
     bool hadKeyboard_ = false; ///< the panel, or a menu of it, when the keyboard last went elsewhere
     QElapsedTimer sinceMove_;  ///< not valid before the first move
 };

@@ -29,6 +29,8 @@ public:
         answer_ = nullptr;
     }
 
+    void configure() override { ++configurations; }
+
     void answer(const BindingOutcome& with) {
         if (with.status != HotKeyStatus::noError)
             wanted.reset();
@@ -37,6 +39,7 @@ public:
 
     std::optional<BindingOutcome> outcome; ///< answered at once, where there is one
     std::optional<HotKeyConfig> wanted;
+    int configurations = 0;
 
 private:
     std::function<void(const BindingOutcome&)> answer_;
@@ -129,6 +132,24 @@ TEST_F(DesktopHotKeyCenterTest, TellsPressesWithTheIdentifierAndTheToken) {
     ASSERT_EQ(events.size(), 1U);
     EXPECT_EQ(events[0].identifier, identifier);
     EXPECT_EQ(events[0].activationToken, "token");
+}
+
+TEST_F(DesktopHotKeyCenterTest, TellsWhichKeysTheDesktopGaveAndLeadsToItsDialog) {
+    const DesktopKeys keys{"Super+T", true};
+    first->outcome = BindingOutcome{HotKeyStatus::unavailable, "there is none"};
+    second->outcome = BindingOutcome{};
+    EXPECT_EQ(center.desktopKeys().get(), std::nullopt);
+    center.configure();
+    const auto reference = registerStandard();
+    first->desktopKeys.set(DesktopKeys{"another way's", true});
+    EXPECT_EQ(center.desktopKeys().get(), std::nullopt);
+    second->desktopKeys.set(keys);
+    EXPECT_EQ(center.desktopKeys().get(), keys);
+    center.configure();
+    EXPECT_EQ(first->configurations, 0);
+    EXPECT_EQ(second->configurations, 1);
+    center.unregisterHotKey(reference);
+    EXPECT_EQ(center.desktopKeys().get(), std::nullopt);
 }
 
 TEST_F(DesktopHotKeyCenterTest, AsksTheNextHandlerOnlyAfterOneThatDoesNotHandle) {

@@ -84,6 +84,20 @@ TEST(KeyPositions, HaveNoneForModifiersAndUnknownNumbers) {
         EXPECT_FALSE(keyPosition(keyCode)) << keyCode;
 }
 
+TEST(KeyPositions, AreFoundByTheNumberThatKeyboardEventsHave) {
+    // Those of the X server: the kernel's and 8.
+    EXPECT_EQ(keyCodeAt(45), 40U); // K
+    EXPECT_EQ(keyCodeAt(9), 53U);  // Escape
+    for (std::uint32_t keyCode = 0; keyCode < 1000; ++keyCode) {
+        if (const auto position = keyPosition(keyCode)) {
+            EXPECT_EQ(keyCodeAt(position->evdevCode + firstScanCode), keyCode);
+        }
+    }
+    // Nothing; no key; the left Super key; more than there are.
+    for (const std::uint32_t scanCode : {0U, 8U, 133U, 300U, std::numeric_limits<std::uint32_t>::max()})
+        EXPECT_FALSE(keyCodeAt(scanCode)) << scanCode;
+}
+
 TEST(PortalTrigger, IsModifiersAndTheNameOfTheKey) {
     EXPECT_EQ(portalTrigger({}), "CTRL+ALT+LOGO+t");
     EXPECT_EQ(portalTrigger({36, 0x300}), "SHIFT+LOGO+Return");

@@ -1,7 +1,13 @@
 // Does with the desktop's shortcuts what its input says, and prints what comes of it, a line each:
 //   register KEYCODE MODIFIERS  ->  status NUMBER, once the desktop has answered
 //   unregister                  ->  unregistered
+//   keys                        ->  keys DESCRIPTION, as the desktop gave them, with a + where its dialog can
+//   be shown;
+//                                   or none
+//   configure                   ->  configured
 //   a press of the shortcut     ->  pressed TOKEN
+//   what the desktop decided    ->  keys DESCRIPTION, with a + behind it where it can be configured; or keys
+//   none
 // until its input ends.
 #include "linux/hotkey/DesktopHotKeyCenter.h"
 
@@ -43,6 +49,12 @@ public:
             reference_ = center_.registerHotKey(config, {1, 1}, [](HotKeyStatus status) {
                 print("status " + std::to_string(static_cast<std::int32_t>(status)));
             });
+        } else if (command == "configure") {
+            center_.configure();
+            print("configured");
+        } else if (command == "keys") {
+            const auto& keys = center_.desktopKeys().get();
+            print(keys ? "keys " + keys->description + (keys->configurable ? "+" : "") : "none");
         } else if (reference_) {
             center_.unregisterHotKey(*reference_);
             print("unregistered");

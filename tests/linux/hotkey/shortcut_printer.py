@@ -91,6 +91,16 @@ class ShortcutPrinter:
         self.say("unregister")
         assert self.next_line() == "unregistered"
 
+    def keys(self):
+        """What the desktop says of its keys, with a + where it has a dialog for them; or None."""
+        self.say("keys")
+        line = self.next_line()
+        return None if line == "none" else line.removeprefix("keys ")
+
+    def configure(self):
+        self.say("configure")
+        assert self.next_line() == "configured"
+
     def end(self):
         """Ends the program, if it still runs, and returns its exit code."""
         self.process.stdin.close()

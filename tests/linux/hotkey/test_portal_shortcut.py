@@ -53,6 +53,15 @@ GLOBAL_SHORTCUTS = """
     <signal name="Activated"><arg type="o"/><arg type="s"/><arg type="t"/><arg type="a{sv}"/></signal>
   </interface>
 """
+# As its version 2 is, with a dialog for shortcuts.
+CONFIGURABLE_SHORTCUTS = GLOBAL_SHORTCUTS.replace(
+    '<signal name="Activated">',
+    """<method name="ConfigureShortcuts"><arg type="o" direction="in"/><arg type="s" direction="in"/>
+      <arg type="a{sv}" direction="in"/></method>
+    <property name="version" type="u" access="read"/>
+    <signal name="ShortcutsChanged"><arg type="o"/><arg type="a(sa{sv})"/></signal>
+    <signal name="Activated">""",
+)
 SESSION_OBJECT = """
 <node>
   <interface name="org.freedesktop.portal.Session"><method name="Close"/></interface>
@@ -107,7 +116,7 @@ class Portal:
         self.sessions = {}
         self.connection = bus.connect()
         for interface in Gio.DBusNodeInfo.new_for_xml(f"<node>{''.join(interfaces)}</node>").interfaces:
-            self.connection.register_object(PATH, interface, self._answer, None, None)
+            self.connection.register_object(PATH, interface, self._answer, lambda *_: GLib.Variant("u", 2), None)
         named = []
         Gio.bus_own_name_on_connection(
             self.connection, SERVICE, Gio.BusNameOwnerFlags.NONE, lambda *_: named.append(True), None
@@ -120,7 +129,7 @@ class Portal:
     def _answer(self, _connection, sender, _path, _interface, method, parameters, invocation):
         arguments = parameters.unpack()
         self.asked.append((method, *arguments))
-        if method == "Register":
+        if method in ("Register", "ConfigureShortcuts"):
             invocation.return_value(None)
             return
         options = arguments[-1]
@@ -163,6 +172,14 @@ class Portal:
         session = session or next(iter(self.sessions))
         (connection or self.connection).emit_signal(
             None, PATH, SHORTCUTS, "Activated", GLib.Variant("(osta{sv})", (session, shortcut, 12345, options))
+        )
+
+    def change_keys(self, description, session=None, shortcut="quick-add"):
+        """Tells that the user has chosen other keys."""
+        shortcuts = [(shortcut, {"trigger_description": GLib.Variant("s", description)})]
+        session = session or next(iter(self.sessions))
+        self.connection.emit_signal(
+            None, PATH, SHORTCUTS, "ShortcutsChanged", GLib.Variant("(oa(sa{sv}))", (session, shortcuts))
         )
 
     def leave(self):
@@ -291,6 +308,40 @@ class PortalShortcutTest(unittest.TestCase):
                 self.assertEqual(printer.next_line(), "pressed ")
                 self.end(printer)
                 portal.leave()
+
+    def test_the_keys_are_those_that_the_portal_tells(self):
+        bound = {"shortcuts": GLib.Variant("a(sa{sv})", [("quick-add", {"trigger_description": GLib.Variant("s", "X")})])}
+        for options in ({"bound": bound}, {"listed": bound}):
+            portal = self.make_portal(**options)
+            printer = self.start()
+            self.assertIsNone(printer.keys())
+            self.assertEqual(printer.register(), NO_ERROR)
+            self.assertEqual(printer.keys(), "X")
+            printer.configure()
+            self.assertNotIn("ConfigureShortcuts", portal.methods())
+            portal.change_keys("Y")
+            until(lambda: printer.keys() == "Y", "the change is heard")
+            portal.change_keys("Z", session=PATH + "/session/other/one")
+            portal.change_keys("Z", shortcut="other")
+            portal.press()
+            self.assertEqual(printer.next_line(), "pressed ")
+            self.assertEqual(printer.keys(), "Y")
+            printer.unregister()
+            self.assertIsNone(printer.keys())
+            self.end(printer)
+            portal.leave()
+
+    def test_a_portal_with_a_dialog_of_its_own_shows_it(self):
+        portal = self.make_portal(interfaces=(REGISTRY, CONFIGURABLE_SHORTCUTS))
+        printer = self.start()
+        printer.configure()
+        self.assertEqual(printer.register(), NO_ERROR)
+        until(lambda: printer.keys() == "+", "the version is known")
+        printer.configure()
+        until(lambda: portal.methods()[-1] == "ConfigureShortcuts", "the dialog is asked for")
+        (session,) = portal.sessions
+        self.assertEqual(portal.asked[-1][1:], (session, "", {}))
+        self.assertEqual(portal.methods().count("ConfigureShortcuts"), 1)
 
     def test_another_shortcut_gets_a_session_of_its_own(self):
         portal = self.make_portal()

@@ -1,0 +1,20 @@
+import QtQuick
+import Quillo
+
+/// A row that is switched on and off, by a click anywhere in it.
+FormRow {
+    id: root
+
+    required property bool checked
+
+    signal toggled
+
+    onClicked: root.toggled()
+
+    Toggle {
+        name: root.text
+        hint: root.help
+        checked: root.checked
+        onClicked: root.toggled()
+    }
+}

@@ -1,0 +1,22 @@
+import QtQuick
+import Quillo
+
+/// Starting, and keeping in step with other computers.
+FormSection {
+    id: root
+
+    required property SettingsModel model
+
+    ToggleRow {
+        text: qsTr("Launch Quillo at login")
+        checked: root.model.launchAtLogin
+        onToggled: root.model.launchAtLogin = !root.model.launchAtLogin
+    }
+
+    ToggleRow {
+        text: qsTr("Sync via iCloud")
+        help: qsTr("Keeps your list in sync across your Macs.")
+        checked: root.model.cloudSync
+        onToggled: root.model.cloudSync = !root.model.cloudSync
+    }
+}
