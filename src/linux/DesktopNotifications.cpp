@@ -23,8 +23,8 @@ QDBusMessage call(const char* method) {
     return QDBusMessage::createMethodCall(service, path, service, QString::fromLatin1(method));
 }
 
-/// By the notification specification's three levels. Critical ones stay until they are seen and are shown
-/// when the user does not want to be disturbed.
+/// By the three levels of the Desktop Notifications standard. Critical ones stay until they are seen and are
+/// shown when the user does not want to be disturbed.
 uchar urgency(InterruptionLevel level) {
     switch (level) {
     case InterruptionLevel::passive:

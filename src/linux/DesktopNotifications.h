@@ -17,7 +17,7 @@
 
 namespace quillo {
 
-/// org.freedesktop.Notifications on the session bus (Desktop Notifications Specification 1.2). Nothing is
+/// org.freedesktop.Notifications on the session bus (Desktop Notifications standard 1.2). Nothing is
 /// asked of the bus before the first notification.
 class DesktopNotifications final : public QObject, public NotificationPresenter {
     Q_OBJECT

@@ -15,7 +15,7 @@ namespace {
 const QString name = QString::fromLatin1(product::desktopFile);
 const QString path = QStringLiteral("/org/quillo/Quillo");
 
-/// As the Desktop Entry Specification, "D-Bus Activation", has it.
+/// As the Desktop Entry standard, "D-Bus Activation", has it.
 std::string tokenIn(const QVariantMap& platformData) {
     return platformData.value(QStringLiteral("activation-token")).toString().toStdString();
 }

@@ -12,7 +12,7 @@
 namespace quillo {
 
 /// Owns the well-known name org.quillo.Quillo and answers for it as a desktop application does
-/// (org.freedesktop.Application of the Desktop Entry Specification): started by its name, asked to come up,
+/// (org.freedesktop.Application of the Desktop Entry standard): started by its name, asked to come up,
 /// asked for one of its actions. There may be no session bus at all (ssh, cron): then nothing comes of it.
 class SessionBusName final : public QObject {
     Q_OBJECT

@@ -8,7 +8,7 @@
 
 namespace quillo {
 
-/// Such as "CTRL+ALT+LOGO+t" (Shortcuts Specification,
+/// Such as "CTRL+ALT+LOGO+t" (the Shortcuts standard,
 /// https://specifications.freedesktop.org/shortcuts-spec). Absent where the key is on no keyboard, or there
 /// is no modifier.
 std::optional<std::string> portalTrigger(const HotKeyConfig& config);
