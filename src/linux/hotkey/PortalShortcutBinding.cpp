@@ -1,8 +1,9 @@
 #include "linux/hotkey/PortalShortcutBinding.h"
 
 #include "base/Log.h"
-#include "linux/hotkey/PortalRequest.h"
 #include "linux/hotkey/PortalTrigger.h"
+#include "linux/portal/Portal.h"
+#include "linux/portal/PortalRequest.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
@@ -39,11 +40,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, PortalShortcut& s
 }
 
 const QString connectionName = QStringLiteral("quillo-shortcuts");
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString registry = QStringLiteral("org.freedesktop.host.portal.Registry");
 const QString globalShortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
-const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 
 const QString shortcutId = QStringLiteral("quick-add");
@@ -162,7 +160,7 @@ void PortalShortcutBinding::findPortal() {
             return;
         }
         watcher_.setConnection(*bus_);
-        watcher_.setWatchedServices({service});
+        watcher_.setWatchedServices({portal::service});
     }
     if (introducing_)
         return;
@@ -177,7 +175,7 @@ void PortalShortcutBinding::findPortal() {
 void PortalShortcutBinding::introduceOurselves() {
     introducing_ = true;
     QDBusMessage introduction =
-        QDBusMessage::createMethodCall(service, path, registry, QStringLiteral("Register"));
+        QDBusMessage::createMethodCall(portal::service, portal::path, registry, QStringLiteral("Register"));
     introduction << applicationId_ << QVariantMap();
     auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(introduction), this);
     connect(reply, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
@@ -192,9 +190,9 @@ void PortalShortcutBinding::introduceOurselves() {
             return;
         }
         portal_ = answer.reply().service();
-        bus_->connect(portal_, path, globalShortcuts, QStringLiteral("Activated"), this,
+        bus_->connect(portal_, portal::path, globalShortcuts, QStringLiteral("Activated"), this,
                       SLOT(activated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
-        bus_->connect(portal_, path, globalShortcuts, QStringLiteral("ShortcutsChanged"), this,
+        bus_->connect(portal_, portal::path, globalShortcuts, QStringLiteral("ShortcutsChanged"), this,
                       SLOT(shortcutsChanged(QDBusMessage)));
         askVersion();
         createSession();
@@ -202,7 +200,7 @@ void PortalShortcutBinding::introduceOurselves() {
 }
 
 void PortalShortcutBinding::askVersion() {
-    QDBusMessage question = call(properties, QStringLiteral("Get"));
+    QDBusMessage question = call(portal::properties, QStringLiteral("Get"));
     question << globalShortcuts << QStringLiteral("version");
     auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(question), this);
     connect(reply, &QDBusPendingCallWatcher::finished, this,
@@ -365,7 +363,7 @@ void PortalShortcutBinding::finish(const BindingOutcome& outcome) {
 }
 
 QDBusMessage PortalShortcutBinding::call(const QString& interface, const QString& method) const {
-    return QDBusMessage::createMethodCall(portal_, path, interface, method);
+    return QDBusMessage::createMethodCall(portal_, portal::path, interface, method);
 }
 
 QString PortalShortcutBinding::sessionToken() const {

@@ -146,9 +146,7 @@ BindingOutcome X11ShortcutBinding::grab() {
         if (const auto error = owned(xcb_request_check(connection, cookie)))
             failure = error->error_code;
     }
-    // What came in between was read with the answers, and will not wake the notifier.
-    QMetaObject::invokeMethod(
-        readable_.get(), [this] { read(); }, Qt::QueuedConnection);
+    readSoon();
     if (xcb_connection_has_error(connection) != 0)
         return unavailable("the X server is gone");
     if (failure == 0)
@@ -187,6 +185,12 @@ std::optional<X11ShortcutBinding::Modifiers> X11ShortcutBinding::readModifiers()
                      .numLock = bit({XK_Num_Lock})};
 }
 
+/// After answers were waited for: what else came with them does not wake the notifier.
+void X11ShortcutBinding::readSoon() {
+    QMetaObject::invokeMethod(
+        readable_.get(), [this] { read(); }, Qt::QueuedConnection);
+}
+
 void X11ShortcutBinding::read() {
     if (!connection_)
         return;
@@ -223,6 +227,7 @@ void X11ShortcutBinding::read() {
 /// Another layout, or another keyboard: the place of the key stays, the modifiers may not.
 void X11ShortcutBinding::followKeyboard() {
     const auto modifiers = readModifiers();
+    readSoon();
     if (!modifiers || *modifiers == modifiers_)
         return;
     ungrab();

@@ -52,6 +52,7 @@ private:
     void ungrab();
     std::optional<Modifiers> readModifiers();
     void read();
+    void readSoon();
     void followKeyboard();
 
     struct Disconnect {

@@ -8,6 +8,10 @@ import subprocess
 import time
 import unittest
 
+from Xlib import X
+from Xlib.display import Display
+from Xlib.ext import xtest
+
 from shortcut_printer import (
     A,
     COMMAND,
@@ -274,6 +278,27 @@ class X11ShortcutTest(unittest.TestCase):
             self.server.press()
             self.assert_pressed_once()
         self.assertEqual(self.printer.log(), [])
+
+    def test_a_press_soon_after_a_change_of_the_keyboard_is_not_lost(self):
+        """Also where it comes while the program looks at the new keyboard map."""
+        self.assertEqual(self.printer.register(), NO_ERROR)
+        display = Display(self.server.display)
+        self.addCleanup(display.close)
+        for key in STANDARD_MODIFIER_KEYS:
+            xtest.fake_input(display, X.KeyPress, key)
+        written = display.get_keyboard_mapping(KEY_A, 1)
+        for attempt in range(200):
+            # A release and a press of the same millisecond are a held key's.
+            time.sleep(0.002)
+            display.change_keyboard_mapping(KEY_A, written)
+            display.flush()
+            pause_until = time.perf_counter() + attempt * 5e-6
+            while time.perf_counter() < pause_until:
+                pass
+            xtest.fake_input(display, X.KeyPress, KEY_T)
+            xtest.fake_input(display, X.KeyRelease, KEY_T)
+            display.sync()
+            self.assertEqual(self.printer.next_line(), "pressed ", attempt)
 
     def test_a_modifier_is_followed_where_the_keyboard_map_moves_it(self):
         self.assertEqual(self.printer.register(), NO_ERROR)
