@@ -17,6 +17,15 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
+# Where headers are most of what a compiler reads, as Qt's and the test library's are, several files are compiled at a
+# time; not for clang-tidy, which is to see each file as it is.
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
+if(QUILLO_CLANG_TIDY)
+  set(QUILLO_UNITY OFF)
+else()
+  set(QUILLO_UNITY ON)
+endif()
+
 find_program(QUILLO_CCACHE ccache)
 if(QUILLO_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${QUILLO_CCACHE}")

@@ -18,6 +18,8 @@ from status_items import StatusItems
 HOUR = 3600
 # What comes after the first frame, such as a fading in, has happened by then, and what is loaded behind it is there.
 SHOWN_SECONDS = 1
+# Qt ends threads, and looks for what to throw away, when that has not been used for 30 s.
+FORGOTTEN_SECONDS = 32
 # Long enough for whatever is put off until nobody looks.
 CLOSED_SECONDS = 2
 # So many tasks, far from one another, are ticked off to see what one takes.
@@ -113,6 +115,7 @@ class Stage:
             self._close(run)
             wait_for_rest(run.process, CLOSED_SECONDS)
             closed = memory(run.process)
+            time.sleep(FORGOTTEN_SECONDS)
             before = context_switches(run.process)
             time.sleep(idle_seconds)
             after = context_switches(run.process)

@@ -1,17 +1,10 @@
 #include "app/AppDelegate.h"
 
-#include <QCoreApplication>
+#include "app/Translated.h"
+
 #include <utility>
 
 namespace quillo {
-
-namespace {
-
-std::string translated(const char* text) {
-    return QCoreApplication::translate("Quillo", text).toStdString();
-}
-
-} // namespace
 
 AppDelegate::AppDelegate(AppDelegateDependencies dependencies) : with_(std::move(dependencies)) {}
 
@@ -43,25 +36,21 @@ void AppDelegate::finishLaunching() {
 }
 
 Outcome AppDelegate::show(control::Show::Window window, const std::string& activationToken) {
-    const auto open = [](const std::function<void()>& action) -> Outcome {
-        if (!action)
-            return Error{"this Quillo has no such window"};
-        action();
-        return success();
-    };
     if (!launched_)
         return Error{"Quillo is still starting"};
     switch (window) {
     case control::Show::Window::popover:
         with_.popover().show(std::nullopt, activationToken);
-        return success();
+        break;
     case control::Show::Window::quickAdd:
         with_.quickAdd().show(activationToken);
-        return success();
+        break;
     case control::Show::Window::settings:
-        return open(with_.openSettings);
+        with_.actions.openSettings(activationToken);
+        break;
     case control::Show::Window::statistics:
-        return open(with_.openStatistics);
+        with_.actions.openStatistics(activationToken);
+        break;
     }
     return success();
 }
@@ -88,11 +77,11 @@ void AppDelegate::showStatusMenu(const std::optional<ScreenPoint>& place) {
 }
 
 void AppDelegate::showExportMenu() {
-    with_.statusItem.showMenu(
-        {MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Export as Markdown")), {},
-                      with_.exportMarkdown),
-         MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Export as JSON")), {}, with_.exportJson)},
-        std::nullopt);
+    with_.statusItem.showMenu({MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Export as Markdown")), {},
+                                            with_.actions.exportMarkdown),
+                               MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Export as JSON")), {},
+                                            with_.actions.exportJson)},
+                              std::nullopt);
 }
 
 void AppDelegate::updateStatusTitle() {
@@ -104,21 +93,19 @@ std::vector<MenuItem> AppDelegate::statusMenu() {
     const auto onceLaunched = [this](const std::function<void()>& action) {
         return launched_ ? action : std::function<void()>();
     };
-    const auto exporting = with_.exportMarkdown || with_.exportJson
-                               ? std::function<void()>([this] { showExportMenu(); })
-                               : std::function<void()>();
     return {
         MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Quick Add…")), "Ctrl+N",
-                     onceLaunched([this] { with_.quickAdd().show({}); })),
+                     onceLaunched(with_.actions.quickAdd)),
         MenuItem::separator(),
         MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Settings…")), "Ctrl+,",
-                     onceLaunched(with_.openSettings)),
-        MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Export…")), "Ctrl+E", onceLaunched(exporting)),
+                     onceLaunched([this] { with_.actions.openSettings({}); })),
+        MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Export…")), "Ctrl+E",
+                     onceLaunched([this] { showExportMenu(); })),
         MenuItem::separator(),
         MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Check for Updates…")), {},
-                     onceLaunched(with_.checkForUpdates)),
+                     onceLaunched(with_.actions.checkForUpdates)),
         MenuItem::separator(),
-        MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Quit Quillo")), "Ctrl+Q", with_.quit),
+        MenuItem::of(translated(QT_TRANSLATE_NOOP("Quillo", "Quit Quillo")), "Ctrl+Q", with_.actions.quit),
     };
 }
 

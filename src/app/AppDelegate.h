@@ -17,7 +17,7 @@
 namespace quillo {
 
 /// What the shell wires. The functions are called in the order in which the launch needs what they make; what
-/// they return outlives the shell. An action that is not there is shown and cannot be chosen.
+/// they return outlives the shell.
 struct AppDelegateDependencies {
     StatusItem& statusItem;
     std::function<TodoStore&()> todoStore;
@@ -26,12 +26,7 @@ struct AppDelegateDependencies {
     std::function<QuickAddPlace&()> quickAdd;
     std::function<void()> startUpdater;
     std::function<void()> prepareLanguageModel;
-    std::function<void()> openSettings;
-    std::function<void()> openStatistics;
-    std::function<void()> exportMarkdown;
-    std::function<void()> exportJson;
-    std::function<void()> checkForUpdates;
-    std::function<void()> quit;
+    const MenuActions& actions;
 };
 
 /// One a process. Belongs to the main thread.

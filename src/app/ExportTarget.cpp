@@ -1,10 +1,10 @@
 #include "app/ExportTarget.h"
 
+#include "app/Translated.h"
 #include "base/Log.h"
 #include "store/Export.h"
 #include "unicode/DateFormat.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QSaveFile>
 #include <filesystem>
@@ -14,10 +14,6 @@
 namespace quillo {
 
 namespace {
-
-std::string translated(const char* text) {
-    return QCoreApplication::translate("Quillo", text).toStdString();
-}
 
 /// On the queue. The name of the file is not for the log.
 void write(const std::filesystem::path& path, const std::string& document) {

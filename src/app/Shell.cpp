@@ -102,9 +102,21 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
         .quickAdd = [this] { quickAdd_->show({}); },
         .exportMarkdown = [this] { exportTarget().exportMarkdown(); },
         .exportJson = [this] { exportTarget().exportJson(); },
-        .openStatistics = [this] { withWindows(&Windows::openStatistics); },
-        .openSettings = [this] { withWindows(&Windows::openSettings); },
-        .checkForUpdates = [this] { withWindows(&Windows::checkForUpdates); },
+        .openStatistics =
+            [this](const std::string& token) {
+                if (Windows* windows = library_.windows())
+                    windows->openStatistics(token);
+            },
+        .openSettings =
+            [this](const std::string& token) {
+                if (Windows* windows = library_.windows())
+                    windows->openSettings(token);
+            },
+        .checkForUpdates =
+            [this] {
+                if (Windows* windows = library_.windows())
+                    windows->checkForUpdates();
+            },
         .quit = [this] { application_.quit(); },
     };
     delegate_.emplace(AppDelegateDependencies{
@@ -115,19 +127,14 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
         .quickAdd = [this]() -> QuickAddPlace& { return *quickAdd_; },
         .startUpdater = [this] { startUpdater(); },
         .prepareLanguageModel = [] {},
-        .openSettings = menuActions_.openSettings,
-        .openStatistics = menuActions_.openStatistics,
-        .exportMarkdown = menuActions_.exportMarkdown,
-        .exportJson = menuActions_.exportJson,
-        .checkForUpdates = menuActions_.checkForUpdates,
-        .quit = menuActions_.quit,
+        .actions = menuActions_,
     });
     connections_.push_back(application_.staying.connect([this] { delegate_->showStatusItem(); }));
     connections_.push_back(
         application_.opened.connect([this, wanted](AppServices& services) { open(services, wanted); }));
     connections_.push_back(application_.windowRequested.connect(
         [this](control::Show::Window window, const std::string& activationToken) {
-            if (const Outcome shown = delegate_->show(window, activationToken); !shown)
+            if (const Outcome shown = show(window, activationToken); !shown)
                 log(shown.error().message);
         }));
 }
@@ -139,24 +146,28 @@ Shell::~Shell() {
 
 void Shell::open(AppServices& services, std::optional<control::Show::Window> wanted) {
     services_ = &services;
-    services.showWindows([this](control::Show::Window window) { return delegate_->show(window, {}); });
+    services.showWindows([this](control::Show::Window window) { return show(window, {}); });
     delegate_->finishLaunching();
     if (wanted) {
-        if (const Outcome shown = delegate_->show(*wanted, {}); !shown)
+        if (const Outcome shown = show(*wanted, {}); !shown)
             log(shown.error().message);
     }
 }
 
-void Shell::withWindows(void (Windows::*action)()) {
-    if (Windows* windows = library_.windows())
-        (windows->*action)();
+Outcome Shell::show(control::Show::Window window, const std::string& activationToken) {
+    Outcome shown = delegate_->show(window, activationToken);
+    if (shown && library_.windowsSoFar() == nullptr)
+        return Error{"the windows cannot be loaded; the log says why"};
+    return shown;
 }
 
 void Shell::startUpdater() {
     // Only who wants it to look by itself needs it before a window, and not in the first seconds.
     if (services_->preferences().boolean(preference_keys::updatesAutomatic).value_or(false))
-        QTimer::singleShot(updaterStartsAfter, &updaterStart_,
-                           [this] { withWindows(&Windows::startUpdater); });
+        QTimer::singleShot(updaterStartsAfter, &updaterStart_, [this] {
+            if (Windows* windows = library_.windows())
+                windows->startUpdater();
+        });
 }
 
 ExportTarget& Shell::exportTarget() {

@@ -3,10 +3,10 @@
 
 #include "app/AppDelegate.h"
 #include "app/ExportTarget.h"
-#include "app/MenuActions.h"
 #include "app/WindowsLibrary.h"
 #include "base/Signal.h"
 #include "control/Request.h"
+#include "entry/MenuActions.h"
 #include "linux/appearance/DesktopAppearance.h"
 #include "linux/desktopservices/DesktopSavePanel.h"
 #include "linux/hotkey/DesktopHotKeyCenter.h"
@@ -35,7 +35,7 @@ private:
     void open(AppServices& services, std::optional<control::Show::Window> wanted);
     HotKeyManager& hotKeys();
     ExportTarget& exportTarget();
-    void withWindows(void (Windows::*action)());
+    Outcome show(control::Show::Window window, const std::string& activationToken);
     void startUpdater();
 
     Application& application_;

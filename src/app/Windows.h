@@ -1,9 +1,9 @@
 /// What comes up from the status bar, as the shell sees it.
 #pragma once
 
-#include "app/MenuActions.h"
 #include "base/Clock.h"
 #include "base/Signal.h"
+#include "entry/MenuActions.h"
 #include "entry/Services.h"
 #include "hotkey/HotKeyManager.h"
 #include "ports/AppearanceSettings.h"
@@ -51,7 +51,7 @@ struct WindowsDependencies {
     HotKeyManager& hotKeys;
     HotKeyCenter& hotKeyCenter;
     const AppearanceSettings& appearance;
-    const MenuActions& actions; ///< complete when the windows are made
+    const MenuActions& actions;
 };
 
 /// All windows of the program. Belongs to the main thread. They are in a library of their own,
@@ -64,9 +64,9 @@ public:
     virtual PopoverPlace& popover() = 0;
     virtual QuickAddPlace& quickAdd() = 0;
 
-    /// Each opens a window, or brings the one that is open to the front.
-    virtual void openSettings() = 0;
-    virtual void openStatistics() = 0;
+    /// Each opens a window, or brings the one that is open to the front. The token may be empty.
+    virtual void openSettings(const std::string& activationToken) = 0;
+    virtual void openStatistics(const std::string& activationToken) = 0;
 
     /// From now on it looks for newer releases by itself, where the user wants that.
     virtual void startUpdater() = 0;

@@ -1,17 +1,21 @@
-/// What menus lead to.
+/// What menus and buttons lead to.
 #pragma once
 
 #include <functional>
+#include <string>
 
 namespace quillo {
 
-/// Belongs to the main thread. An action that is not there is shown and cannot be chosen.
+/// All of it is there. Belongs to the main thread.
 struct MenuActions {
+    /// Opens a window. The token lets it take the keyboard, where the desktop asks for one; it may be empty.
+    using OpenWindow = std::function<void(const std::string& activationToken)>;
+
     std::function<void()> quickAdd;
     std::function<void()> exportMarkdown;
     std::function<void()> exportJson;
-    std::function<void()> openStatistics;
-    std::function<void()> openSettings;
+    OpenWindow openStatistics;
+    OpenWindow openSettings;
     std::function<void()> checkForUpdates;
     std::function<void()> quit;
 };

@@ -13,7 +13,7 @@ namespace quillo {
 namespace {
 
 const QString name = QString::fromLatin1(product::desktopFile);
-const QString path = QStringLiteral("/org/quillo/Quillo");
+const QString applicationPath = QStringLiteral("/org/quillo/Quillo");
 
 /// As the Desktop Entry standard, "D-Bus Activation", has it.
 std::string tokenIn(const QVariantMap& platformData) {
@@ -27,12 +27,12 @@ SessionBusName::Outcome SessionBusName::acquire() {
     if (!bus.isConnected())
         return Outcome::NoBus;
     // The object first: who finds the name may ask at once.
-    bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
+    bus.registerObject(applicationPath, this, QDBusConnection::ExportAllSlots);
     const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
         bus.interface()->registerService(name);
     owned_ = reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
     if (!owned_)
-        bus.unregisterObject(path);
+        bus.unregisterObject(applicationPath);
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                 SLOT(disconnected()));
@@ -45,7 +45,7 @@ void SessionBusName::release() {
     if (!std::exchange(owned_, false))
         return;
     QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.unregisterObject(path);
+    bus.unregisterObject(applicationPath);
     const QString daemon = QStringLiteral("org.freedesktop.DBus");
     QDBusMessage release = QDBusMessage::createMethodCall(daemon, QStringLiteral("/org/freedesktop/DBus"),
                                                           daemon, QStringLiteral("ReleaseName"));

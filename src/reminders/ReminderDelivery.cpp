@@ -13,10 +13,6 @@ constexpr double lateAfter = 60;
 
 } // namespace
 
-std::string moreRemindersText(std::size_t count) {
-    return count == 1 ? "1 more reminder was due" : std::to_string(count) + " more reminders were due";
-}
-
 ReminderDelivery::ReminderDelivery(ReminderDeliveryDependencies dependencies)
     : with_(std::move(dependencies)) {
     connections_.push_back(with_.book.observe([this](const std::string& identifier) {

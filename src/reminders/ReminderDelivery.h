@@ -20,10 +20,6 @@
 
 namespace quillo {
 
-/// What the notification for reminders that get none of their own says, in English: "7 more reminders were
-/// due".
-std::string moreRemindersText(std::size_t count);
-
 /// What the delivery works with; all of it outlives the delivery.
 struct ReminderDeliveryDependencies {
     ReminderBook& book; ///< in line with the list (AlignReminders.h)
@@ -31,7 +27,8 @@ struct ReminderDeliveryDependencies {
     const unicode::CivilCalendar& calendar; ///< where the user lives now; see calendarChanged()
     WallClockTimer& timer;                  ///< nobody else's
     NotificationPresenter& presenter;
-    std::function<std::string(std::size_t count)> moreText = moreRemindersText; ///< in the user's language
+    /// What the notification for that many reminders that get none of their own says.
+    std::function<std::string(std::size_t count)> moreText;
 };
 
 /// Each reminder is shown once, not before the clock shows its minute, in the zone where the user is then.

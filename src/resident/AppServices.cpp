@@ -5,7 +5,10 @@
 #include "control/Client.h"
 #include "unicode/SystemPlace.h"
 
+#include <QCoreApplication>
+#include <QString>
 #include <QTimer>
+#include <cstddef>
 #include <utility>
 #include <variant>
 
@@ -16,6 +19,15 @@ namespace {
 /// What could not be written stays in memory, unlike where a command works by itself.
 control::Answer notWritten(const Error& error) {
     return Error{error.message + "; the running Quillo keeps the change and tries again with the next one"};
+}
+
+/// One text for one, as there may be no catalogue to choose the form.
+std::string moreRemindersText(std::size_t count) {
+    const int number = static_cast<int>(count);
+    const QString text =
+        number == 1 ? QCoreApplication::translate("Quillo", "1 more reminder was due")
+                    : QCoreApplication::translate("Quillo", "%n more reminders were due", nullptr, number);
+    return text.toStdString();
 }
 
 } // namespace
@@ -54,7 +66,8 @@ AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lo
       aligned_(alignment_.aligned.connect([this] {
           if (!delivery_)
               delivery_.emplace(ReminderDeliveryDependencies{services_.reminderBook(), clock_, calendar_,
-                                                             timer_, desktopNotifications_});
+                                                             timer_, desktopNotifications_,
+                                                             moreRemindersText});
       })),
       zoneWatched_(timeZoneWatch_.changed.connect([this] { followTimeZone(); })) {}
 

@@ -79,13 +79,7 @@ PopoverPlace& ProgramWindows::popover() {
         .calendar = with_.calendar,
         .statsStore = [this]() -> StatsStore& { return with_.services.statsStore(); },
         .addTask = with_.addTask,
-        .actions = {.quickAdd = with_.actions.quickAdd,
-                    .exportMarkdown = with_.actions.exportMarkdown,
-                    .exportJson = with_.actions.exportJson,
-                    .openStatistics = with_.actions.openStatistics,
-                    .openSettings = with_.actions.openSettings,
-                    .checkForUpdates = with_.actions.checkForUpdates,
-                    .quit = with_.actions.quit},
+        .actions = with_.actions,
     });
     connections_.push_back(with_.zoneChanged.connect([this] { popoverModel_->tasks()->renewDueLabels(); }));
     popover_ = std::make_unique<ShownPopover>([this]() -> QQmlEngine& { return engine(); }, *popoverModel_,
@@ -100,7 +94,7 @@ QuickAddPlace& ProgramWindows::quickAdd() {
     return *quickAdd_;
 }
 
-void ProgramWindows::openSettings() {
+void ProgramWindows::openSettings(const std::string& activationToken) {
     if (!settings_) {
         loginItem_ = loginItemOfThisSession(
             with_.mainExecutor,
@@ -114,25 +108,23 @@ void ProgramWindows::openSettings() {
                          .keyCode = keyCodeAt,
                          .beep = [] { QApplication::beep(); }},
             .statsStore = [this]() -> StatsStore& { return with_.services.statsStore(); },
-            .exportMarkdown = with_.actions.exportMarkdown,
-            .exportJson = with_.actions.exportJson,
+            .actions = with_.actions,
             .automaticallyChecksForUpdates = [this] { return updater().automaticallyChecksForUpdates(); },
             .setAutomaticallyChecksForUpdates =
                 [this](bool automatic) { updater().setAutomaticallyChecksForUpdates(automatic); },
-            .checkForUpdates = with_.actions.checkForUpdates,
             .openUrl = [this](const std::string& address) { urlOpener_.open(address); },
         });
         settings_ = window("SettingsWindow.qml", settingsModel_.get());
     }
-    settings_->show({});
+    settings_->show(activationToken);
 }
 
-void ProgramWindows::openStatistics() {
+void ProgramWindows::openStatistics(const std::string& activationToken) {
     if (!statistics_) {
         statsModel_ = std::make_unique<StatsModel>(with_.services.statsStore());
         statistics_ = window("StatsWindow.qml", statsModel_.get());
     }
-    statistics_->show({});
+    statistics_->show(activationToken);
 }
 
 void ProgramWindows::startUpdater() {

@@ -30,8 +30,8 @@ public:
 
     PopoverPlace& popover() override;
     QuickAddPlace& quickAdd() override;
-    void openSettings() override;
-    void openStatistics() override;
+    void openSettings(const std::string& activationToken) override;
+    void openStatistics(const std::string& activationToken) override;
     void startUpdater() override;
     void checkForUpdates() override;
 

@@ -6,7 +6,7 @@ import unittest
 from desktop_program import wait_until
 from quillo_on_desktop import CREDITS_BUTTON, MASCOT, WAIT_SECONDS, DesktopTest
 
-THANKS = "Thanks for using Quillo.\nMade with care for the menu bar power user."
+THANKS = "Thanks for using Quillo.\nMade with care for the status bar power user."
 SECRET_SECONDS = 3
 
 

@@ -11,11 +11,10 @@
 namespace quillo {
 namespace {
 
+using support::hour;
 using support::numberedId;
 using support::remindedTask;
 using support::Task;
-
-constexpr double hour = 3600;
 
 /// In Berlin on Wednesday, 5 March 2025, at 9:00:30.
 struct AlignRemindersTest : testing::Test {

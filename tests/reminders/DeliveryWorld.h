@@ -31,7 +31,8 @@ struct DeliveryWorld {
     void start() {
         delivery.reset();
         book.emplace(preferences);
-        delivery.emplace(ReminderDeliveryDependencies{*book, clock, calendar, timer, presenter});
+        delivery.emplace(
+            ReminderDeliveryDependencies{*book, clock, calendar, timer, presenter, moreRemindersText});
         timer.look();
     }
     void stop() {

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <ostream>
 #include <string>
@@ -27,10 +28,18 @@ inline std::ostream& operator<<(std::ostream& out, const ReminderRequest& reques
 
 namespace quillo::support {
 
+constexpr double minute = 60;
+constexpr double hour = 60 * minute;
+
 inline unicode::CivilCalendar calendarIn(const std::string& zone, const char* locale = "en_US") {
     auto calendar = unicode::CivilCalendar::create(zone, locale);
     EXPECT_TRUE(calendar) << zone;
     return *std::move(calendar);
+}
+
+/// What one notification says for several reminders.
+inline std::string moreRemindersText(std::size_t count) {
+    return std::to_string(count) + " more";
 }
 
 /// The open task of that number, due then, with a reminder.

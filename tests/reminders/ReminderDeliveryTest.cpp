@@ -12,12 +12,11 @@
 namespace quillo {
 namespace {
 
+using support::hour;
+using support::minute;
 using support::numberedId;
 using support::remindedTask;
 using Bodies = std::vector<std::string>;
-
-constexpr double minute = 60;
-constexpr double hour = 3600;
 
 struct ReminderDeliveryTest : testing::Test, support::DeliveryWorld {
     const Instant nine = clock.now();
@@ -126,20 +125,20 @@ TEST_P(CatchUpTest, ShowsWhatCameDueWhileNothingRan) {
     EXPECT_EQ(bodies(), GetParam().shown) << "shown again at the next start";
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Counts, CatchUpTest,
-    testing::Values(CatchUp{0, {}}, CatchUp{1, {"1"}}, CatchUp{5, {"1", "2", "3", "4", "5"}},
-                    CatchUp{6, {"2", "3", "4", "5", "6", "1 more reminder was due"}},
-                    CatchUp{20, {"16", "17", "18", "19", "20", "15 more reminders were due"}}),
-    [](const auto& test) { return std::to_string(test.param.missed); });
+INSTANTIATE_TEST_SUITE_P(Counts, CatchUpTest,
+                         testing::Values(CatchUp{0, {}}, CatchUp{1, {"1"}},
+                                         CatchUp{5, {"1", "2", "3", "4", "5"}},
+                                         CatchUp{6, {"2", "3", "4", "5", "6", "1 more"}},
+                                         CatchUp{20, {"16", "17", "18", "19", "20", "15 more"}}),
+                         [](const auto& test) { return std::to_string(test.param.missed); });
 
 TEST_F(ReminderDeliveryTest, TheSharedNotificationIsAReminderToo) {
     for (std::uint32_t number = 1; number <= 7; ++number)
         requestAt(number, nine + -hour);
     start();
     EXPECT_EQ(presenter.shown.back().identifier, "quillo.more");
-    EXPECT_EQ(presenter.shown.back().content, (NotificationContent{"Quillo", "2 more reminders were due",
-                                                                   true, InterruptionLevel::timeSensitive}));
+    EXPECT_EQ(presenter.shown.back().content,
+              (NotificationContent{"Quillo", "2 more", true, InterruptionLevel::timeSensitive}));
 }
 
 TEST_F(ReminderDeliveryTest, OnlyWhatIsLateIsShared) {
@@ -158,7 +157,7 @@ TEST_F(ReminderDeliveryTest, OnlyWhatIsLateIsShared) {
     clock.advance(0.1);
     start();
     EXPECT_EQ(presenter.shown.size(), 9U + 6U);
-    EXPECT_EQ(bodies().back(), "1 more reminder was due");
+    EXPECT_EQ(bodies().back(), "1 more");
 }
 
 TEST_F(ReminderDeliveryTest, SpeaksTheLanguageItIsTold) {
@@ -215,7 +214,7 @@ TEST_F(ReminderDeliveryTest, WhatFailedTogetherComesAgainTogether) {
     presenter.becameAvailable.emit();
     timer.look();
     EXPECT_EQ(presenter.shown.size(), 6U);
-    EXPECT_EQ(bodies().back(), "14 more reminders were due");
+    EXPECT_EQ(bodies().back(), "14 more");
 }
 
 TEST_F(ReminderDeliveryTest, RemovedAfterAFailureIsNotShown) {

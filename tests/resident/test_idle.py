@@ -1,33 +1,17 @@
 """A program that has nothing to do does nothing, and takes little memory for it."""
 
-import pathlib
-import re
 import time
 import unittest
 
+from process_costs import context_switches, memory
 from quillo_command import stored_task
 from session import Clock, ResidentTest, can_have_other_clocks, is_shipped_build
 
 IDLE_SECONDS = 30
-MEGABYTE = 1 << 20
-MOST_MEMORY = 24 * MEGABYTE
+MOST_MEGABYTES = 24
 # What happened before may still be on its way to the disk or the bus for this long.
 SETTLING_SECONDS = 1
 HOUR = 3600
-
-
-def context_switches(process):
-    """{thread: how often it was switched to or from}"""
-    return {
-        task.name: sum(map(int, re.findall(r"ctxt_switches:\s+(\d+)", (task / "status").read_text())))
-        for task in pathlib.Path(f"/proc/{process}/task").iterdir()
-    }
-
-
-def memory(process):
-    """What is resident, in bytes."""
-    status = pathlib.Path(f"/proc/{process}/status").read_text()
-    return int(re.search(r"VmRSS:\s+(\d+) kB", status).group(1)) * 1024
 
 
 class Idle(ResidentTest):
@@ -45,15 +29,15 @@ class Idle(ResidentTest):
         }
         time.sleep(SETTLING_SECONDS)
         before = {name: context_switches(program.process.pid) for name, program in programs.items()}
-        taken = {name: memory(program.process.pid) for name, program in programs.items()}
+        taken = {name: memory(program.process.pid).resident for name, program in programs.items()}
         time.sleep(IDLE_SECONDS)
         for name, program in programs.items():
             with self.subTest(name):
-                print(f"{name}: {taken[name] / MEGABYTE:.1f} MB, {len(before[name])} threads")
+                print(f"{name}: {taken[name]:.1f} MB, {len(before[name])} threads")
                 self.assertEqual(context_switches(program.process.pid), before[name])
                 self.assert_ends_well(program)
                 if is_shipped_build():
-                    self.assertLessEqual(taken[name], MOST_MEMORY)
+                    self.assertLessEqual(taken[name], MOST_MEGABYTES)
 
     def in_use(self, daemon):
         """One that has answered commands, has shown a reminder, and waits for another."""

@@ -8,22 +8,22 @@
 namespace quillo {
 namespace {
 
-using Awards = std::vector<Award>;
+using AwardList = std::vector<Award>;
 
 /// A completion that deserves nothing.
 constexpr CompletionFacts plain{3600, 12, 1};
 
-Awards forDuration(double seconds) {
+AwardList forDuration(double seconds) {
     CompletionFacts facts = plain;
     facts.durationSeconds = seconds;
     return awardsFor(facts);
 }
-Awards forHour(int hour) {
+AwardList forHour(int hour) {
     CompletionFacts facts = plain;
     facts.hour = hour;
     return awardsFor(facts);
 }
-Awards forStreak(std::int64_t days) {
+AwardList forStreak(std::int64_t days) {
     CompletionFacts facts = plain;
     facts.currentStreak = days;
     return awardsFor(facts);
@@ -53,15 +53,15 @@ TEST(Awards, HaveATitleAndASubtitleEach) {
 }
 
 TEST(Awards, AreNotDeservedByAnOrdinaryCompletion) {
-    EXPECT_EQ(awardsFor(plain), Awards());
+    EXPECT_EQ(awardsFor(plain), AwardList());
 }
 
 TEST(Awards, ForDurationsHaveStrictThresholds) {
     struct Row {
         double seconds;
-        Awards expected;
+        AwardList expected;
     };
-    const Awards both{Award::lightningFast, Award::quickDraw};
+    const AwardList both{Award::lightningFast, Award::quickDraw};
     for (const Row& row : std::vector<Row>{
              {-1e9, both},
              {-1, both},
@@ -85,7 +85,7 @@ TEST(Awards, ForDurationsHaveStrictThresholds) {
 
 TEST(Awards, ForHoursGoFromTenInTheEveningToEightInTheMorning) {
     for (int hour = 0; hour < 24; ++hour) {
-        Awards expected;
+        AwardList expected;
         if (hour <= 7)
             expected = {Award::earlyBird};
         if (hour >= 22)
@@ -96,7 +96,7 @@ TEST(Awards, ForHoursGoFromTenInTheEveningToEightInTheMorning) {
 
 TEST(Awards, ForStreaksComeWithTheSeventhAndTheThirtiethDay) {
     for (std::int64_t days = 0; days <= 60; ++days) {
-        Awards expected;
+        AwardList expected;
         if (days >= 7)
             expected.push_back(Award::weekLongWinner);
         if (days >= 30)
@@ -106,9 +106,11 @@ TEST(Awards, ForStreaksComeWithTheSeventhAndTheThirtiethDay) {
 }
 
 TEST(Awards, ComeTogetherInTheOrderOfTheirDeclaration) {
-    EXPECT_EQ(awardsFor({30, 23, 30}), (Awards{Award::lightningFast, Award::quickDraw, Award::weekLongWinner,
-                                               Award::monthlyMaven, Award::nightOwl}));
-    EXPECT_EQ(awardsFor({604801, 7, 7}), (Awards{Award::longGame, Award::weekLongWinner, Award::earlyBird}));
+    EXPECT_EQ(awardsFor({30, 23, 30}),
+              (AwardList{Award::lightningFast, Award::quickDraw, Award::weekLongWinner, Award::monthlyMaven,
+                         Award::nightOwl}));
+    EXPECT_EQ(awardsFor({604801, 7, 7}),
+              (AwardList{Award::longGame, Award::weekLongWinner, Award::earlyBird}));
 }
 
 } // namespace

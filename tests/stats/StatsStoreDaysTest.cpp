@@ -138,14 +138,14 @@ TEST_F(StatsStoreDaysTest, CountsALeapDay) {
     EXPECT_FALSE(store->dailyCounts().get().contains("2024-02-30"));
 }
 
-struct ClockChange {
+struct StreakAcrossClockChange {
     const char* zone;
     unicode::CivilDate tenDaysBefore;
 };
 
 /// For twenty days around each change one task is completed a day, at any time of the day.
 TEST_F(StatsStoreDaysTest, ClockChangesNeitherEndAStreakNorMoveADay) {
-    for (const ClockChange& change : std::vector<ClockChange>{
+    for (const StreakAcrossClockChange& change : std::vector<StreakAcrossClockChange>{
              {"Europe/Berlin", {2025, 3, 20}},
              {"Europe/Berlin", {2025, 10, 16}},
              {"America/New_York", {2025, 2, 27}},

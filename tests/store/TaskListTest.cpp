@@ -1,6 +1,7 @@
 #include "store/TaskList.h"
 
 #include "model/TodoItemJson.h"
+#include "store/World.h"
 #include "support/ArbitraryTodoItem.h"
 #include "support/TodoItemBuilder.h"
 
@@ -15,13 +16,10 @@
 namespace quillo {
 namespace {
 
+using support::contents;
 using support::numberedId;
 using support::numberedTasks;
 using support::Task;
-
-std::vector<TodoItem> contents(const TaskList& list) {
-    return {list.begin(), list.end()};
-}
 
 /// Ids, states, and the places of open and done tasks.
 void expectPlacesOf(const TaskList& list, const std::vector<TodoItem>& model) {

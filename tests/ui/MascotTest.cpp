@@ -1,3 +1,4 @@
+#include "support/SettableAppearance.h"
 #include "ui/icons/SymbolImages.h"
 #include "ui/theme/Theme.h"
 
@@ -22,11 +23,6 @@
 
 namespace quillo {
 namespace {
-
-struct Settings final : AppearanceSettings {
-    const Observable<Appearance>& appearance() const override { return value; }
-    Observable<Appearance> value;
-};
 
 enum Phase { rest, crouch, airborne };
 
@@ -113,7 +109,7 @@ protected:
         return names;
     }
 
-    Settings settings;
+    support::SettableAppearance settings;
     Theme theme{settings};
     QQmlEngine engine;
     QQuickWindow window;

@@ -34,19 +34,14 @@ struct PopoverModelTest : testing::Test {
     Feedback feedback{opener, {}};
     std::optional<StatsStore> stats;
     std::vector<std::string> typed;
-    PopoverModel model{{world.store,
-                        world.setReminder,
-                        reviewPrompts,
-                        feedback,
-                        world.notifications,
-                        world.clock,
-                        world.calendar,
-                        [this]() -> StatsStore& { return statsStore(); },
+    const MenuActions actions;
+    PopoverModel model{{world.store, world.setReminder, reviewPrompts, feedback, world.notifications,
+                        world.clock, world.calendar, [this]() -> StatsStore& { return statsStore(); },
                         [this](std::string text) {
                             typed.push_back(std::move(text));
                             fieldWhenHandedOver = model.newItemText();
                         },
-                        {}}};
+                        actions}};
     QString fieldWhenHandedOver = QStringLiteral("not handed over");
 
     const Uuid id = numberedId(1);
@@ -199,27 +194,6 @@ TEST_F(PopoverModelTest, TakesNoTimeThatIsNone) {
     model.setReminder(task, QDateTime());
     model.setReminder(task, QDateTime::fromMSecsSinceEpoch(std::numeric_limits<qint64>::max()));
     EXPECT_EQ(world.task(id).dueDate, std::nullopt);
-}
-
-TEST_F(PopoverModelTest, OffersTheActionsThatAreThere) {
-    int settings = 0;
-    PopoverActions actions;
-    actions.openSettings = [&] { ++settings; };
-    PopoverModel other{{.store = world.store,
-                        .setReminder = world.setReminder,
-                        .reviewPrompts = reviewPrompts,
-                        .feedback = feedback,
-                        .notifications = world.notifications,
-                        .clock = world.clock,
-                        .calendar = world.calendar,
-                        .statsStore = [this]() -> StatsStore& { return statsStore(); },
-                        .addTask = [](const std::string&) {},
-                        .actions = actions}};
-    EXPECT_TRUE(other.offers(PopoverModel::OpenSettings));
-    EXPECT_FALSE(other.offers(PopoverModel::Quit));
-    other.perform(PopoverModel::OpenSettings);
-    other.perform(PopoverModel::Quit);
-    EXPECT_EQ(settings, 1);
 }
 
 TEST_F(PopoverModelTest, OffersTimesToBeRemindedAt) {

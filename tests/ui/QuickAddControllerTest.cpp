@@ -1,5 +1,6 @@
 #include "ui/quickadd/QuickAddController.h"
 
+#include "support/SettableAppearance.h"
 #include "ui/icons/SymbolImages.h"
 #include "ui/theme/Theme.h"
 
@@ -20,11 +21,6 @@
 
 namespace quillo {
 namespace {
-
-struct Settings final : AppearanceSettings {
-    const Observable<Appearance>& appearance() const override { return value; }
-    Observable<Appearance> value;
-};
 
 class QuickAddControllerTest : public testing::Test {
 protected:
@@ -93,7 +89,7 @@ protected:
         return nullptr;
     }
 
-    Settings settings;
+    support::SettableAppearance settings;
     Theme theme{settings};
     std::unique_ptr<QQmlEngine> engine;
     std::vector<std::string> warnings;

@@ -9,18 +9,18 @@ using unicode::CivilCalendar;
 using unicode::CivilDate;
 using unicode::ClockTime;
 
-struct Moment {
+struct LocalTime {
     CivilDate date;
     ClockTime time;
-    friend bool operator==(const Moment&, const Moment&) = default;
+    friend bool operator==(const LocalTime&, const LocalTime&) = default;
 };
 
-void PrintTo(const Moment& moment, std::ostream* out) {
+void PrintTo(const LocalTime& moment, std::ostream* out) {
     *out << moment.date.year << '-' << moment.date.month << '-' << moment.date.day << ' ' << moment.time.hour
          << ':' << moment.time.minute;
 }
 
-Moment shown(const CivilCalendar& calendar, Instant instant) {
+LocalTime shown(const CivilCalendar& calendar, Instant instant) {
     const auto [date, time, weekday] = calendar.civilTime(instant);
     return {date, time};
 }
@@ -28,11 +28,11 @@ Moment shown(const CivilCalendar& calendar, Instant instant) {
 TEST(ReminderChoices, AreMeantByTheClockWhereTheUserLives) {
     const struct {
         const char* zone;
-        Moment now;
-        Moment inOneHour;
-        Moment inThreeHours;
-        Moment tonight;
-        Moment tomorrowMorning;
+        LocalTime now;
+        LocalTime inOneHour;
+        LocalTime inThreeHours;
+        LocalTime tonight;
+        LocalTime tomorrowMorning;
     } rows[] = {
         // An ordinary morning, evening and night.
         {"Europe/Berlin",

@@ -40,11 +40,9 @@ protected:
             .loginItem = loginItem,
             .recorder = {hotKeys, center, [](std::uint32_t) { return std::nullopt; }, [] {}},
             .statsStore = [this]() -> StatsStore& { return stats; },
-            .exportMarkdown = nullptr,
-            .exportJson = nullptr,
-            .automaticallyChecksForUpdates = nullptr,
-            .setAutomaticallyChecksForUpdates = nullptr,
-            .checkForUpdates = nullptr,
+            .actions = actions,
+            .automaticallyChecksForUpdates = [this] { return automatic; },
+            .setAutomaticallyChecksForUpdates = [this](bool value) { automatic = value; },
             .openUrl = [this](const std::string& address) { opened.push_back(address); },
         };
     }
@@ -62,6 +60,17 @@ protected:
     support::RecordingHotKeyCenter center;
     HotKeyManager hotKeys{world.preferences, center, world.mainExecutor};
     StatsStore stats{{world.preferences, world.clock, world.calendar, world.notifications}};
+    bool automatic = false;
+    std::vector<std::string> chosen;
+    const MenuActions actions{
+        .quickAdd = [] {},
+        .exportMarkdown = [this] { chosen.emplace_back("markdown"); },
+        .exportJson = [this] { chosen.emplace_back("json"); },
+        .openStatistics = [](const std::string&) {},
+        .openSettings = [](const std::string&) {},
+        .checkForUpdates = [this] { chosen.emplace_back("check"); },
+        .quit = [] {},
+    };
     std::vector<std::string> opened;
     SettingsModel model{dependencies()};
 };
@@ -195,38 +204,19 @@ TEST_F(SettingsModelTest, SwitchesTheStatisticsAndResetsThem) {
     EXPECT_FALSE(stats.isEnabled());
 }
 
-TEST_F(SettingsModelTest, DoesWhatItIsGiven) {
-    std::vector<std::string> done;
-    bool automatic = true;
-    auto with = dependencies();
-    with.exportMarkdown = [&] { done.emplace_back("markdown"); };
-    with.exportJson = [&] { done.emplace_back("json"); };
-    with.checkForUpdates = [&] { done.emplace_back("check"); };
-    with.automaticallyChecksForUpdates = [&] { return automatic; };
-    with.setAutomaticallyChecksForUpdates = [&](bool value) { automatic = value; };
-    SettingsModel other(with);
-    other.refresh();
-    EXPECT_TRUE(other.automaticUpdates());
-    other.setAutomaticUpdates(false);
-    EXPECT_FALSE(automatic);
-    EXPECT_FALSE(other.automaticUpdates());
-    other.exportMarkdown();
-    other.exportJson();
-    other.checkForUpdates();
-    EXPECT_EQ(done, (std::vector<std::string>{"markdown", "json", "check"}));
-    for (const auto action : {SettingsModel::ExportMarkdown, SettingsModel::ExportJson,
-                              SettingsModel::SetAutomaticUpdates, SettingsModel::CheckForUpdates})
-        EXPECT_TRUE(other.offers(action));
-}
-
-TEST_F(SettingsModelTest, OffersNothingThatItIsNotGiven) {
-    for (const auto action : {SettingsModel::ExportMarkdown, SettingsModel::ExportJson,
-                              SettingsModel::SetAutomaticUpdates, SettingsModel::CheckForUpdates})
-        EXPECT_FALSE(model.offers(action));
+TEST_F(SettingsModelTest, TheButtonsDoWhatTheySay) {
     model.exportMarkdown();
     model.exportJson();
     model.checkForUpdates();
-    model.setAutomaticUpdates(true);
+    EXPECT_EQ(chosen, (std::vector<std::string>{"markdown", "json", "check"}));
+}
+
+TEST_F(SettingsModelTest, SwitchesLookingForUpdates) {
+    automatic = true;
+    show();
+    EXPECT_TRUE(model.automaticUpdates());
+    model.setAutomaticUpdates(false);
+    EXPECT_FALSE(automatic);
     EXPECT_FALSE(model.automaticUpdates());
 }
 

@@ -1,5 +1,7 @@
 #include "ui/theme/Theme.h"
 
+#include "support/SettableAppearance.h"
+
 #include <gtest/gtest.h>
 
 #include <QFont>
@@ -12,11 +14,6 @@
 namespace quillo {
 namespace {
 
-struct Settings final : AppearanceSettings {
-    const Observable<Appearance>& appearance() const override { return value; }
-    Observable<Appearance> value;
-};
-
 class ThemeTest : public testing::Test {
 protected:
     void TearDown() override {
@@ -27,7 +24,7 @@ protected:
 
     const QPalette palette = QGuiApplication::palette();
     const QFont font = QGuiApplication::font();
-    Settings settings;
+    support::SettableAppearance settings;
 };
 
 TEST_F(ThemeTest, FollowsTheAppearance) {

@@ -1,6 +1,7 @@
 #include "linux/appearance/SettingsPortal.h"
 
 #include "base/Log.h"
+#include "linux/portal/Portal.h"
 
 #include <QDBusArgument>
 #include <QDBusError>
@@ -19,8 +20,6 @@ namespace {
 
 using Spaces = QMap<QString, QVariantMap>;
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 
 /// Nothing that we look for is longer.
@@ -31,7 +30,7 @@ QString text(std::string_view name) {
 }
 
 QDBusMessage call(const QString& method) {
-    return QDBusMessage::createMethodCall(service, path, interface, method);
+    return QDBusMessage::createMethodCall(portal::service, portal::path, interface, method);
 }
 
 /// Without its wrappings: older portals' Read gives a variant in a variant.
@@ -81,11 +80,11 @@ SettingsPortal::SettingsPortal() {
     }
     // From whomever: naming the portal here would make Qt ask the bus for it, and wait. The slot looks
     // itself.
-    bus_.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
+    bus_.connect(QString(), portal::path, interface, QStringLiteral("SettingChanged"), this,
                  SLOT(settingChanged(QString, QString, QDBusVariant, QDBusMessage)));
     watcher_.setConnection(bus_);
     watcher_.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
-    watcher_.addWatchedService(service);
+    watcher_.addWatchedService(portal::service);
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& owner) {
                 if (!owner.isEmpty() && owner != owner_)

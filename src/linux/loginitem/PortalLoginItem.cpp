@@ -1,6 +1,7 @@
 #include "linux/loginitem/PortalLoginItem.h"
 
-#include "linux/hotkey/PortalRequest.h"
+#include "linux/portal/Portal.h"
+#include "linux/portal/PortalRequest.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -15,9 +16,6 @@ namespace quillo {
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString background = QStringLiteral("org.freedesktop.portal.Background");
 
 } // namespace
@@ -31,7 +29,8 @@ void PortalLoginItem::read(std::function<void(std::optional<bool>)> answer) {
 
 /// Any call starts the portal where it does not run yet, and its answer tells by which name it is on the bus.
 void PortalLoginItem::change(bool startsAtLogin, std::function<void(Outcome)> answer) {
-    QDBusMessage question = QDBusMessage::createMethodCall(service, path, properties, QStringLiteral("Get"));
+    QDBusMessage question = QDBusMessage::createMethodCall(portal::service, portal::path, portal::properties,
+                                                           QStringLiteral("Get"));
     question << background << QStringLiteral("version");
     auto* reply = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
     connect(reply, &QDBusPendingCallWatcher::finished, this,
@@ -51,7 +50,7 @@ void PortalLoginItem::request(const QString& portal, bool startsAtLogin,
     const QString token = PortalRequest::newToken();
     const QString noWindow;
     QDBusMessage question =
-        QDBusMessage::createMethodCall(portal, path, background, QStringLiteral("RequestBackground"));
+        QDBusMessage::createMethodCall(portal, portal::path, background, QStringLiteral("RequestBackground"));
     question << noWindow
              << QVariantMap{{QStringLiteral("handle_token"), token},
                             {QStringLiteral("reason"), reason_},

@@ -1,4 +1,4 @@
-#include "linux/hotkey/PortalRequest.h"
+#include "linux/portal/PortalRequest.h"
 
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>

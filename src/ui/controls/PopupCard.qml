@@ -24,22 +24,8 @@ T.Popup {
 
     background: CardFrame {}
 
-    // Popups do not ask whether a transition is enabled.
-    enter: Transition {
-        NumberAnimation {
-            property: "opacity"
-            from: 0
-            to: 1
-            duration: Theme.reduceMotion ? 0 : 90
-        }
-    }
-    exit: Transition {
-        NumberAnimation {
-            property: "opacity"
-            to: 0
-            duration: Theme.reduceMotion ? 0 : 90
-        }
-    }
+    enter: FadeIn {}
+    exit: FadeOut {}
 
     /// Opens below `place`, a rectangle in the parent's coordinates, or above it where there is no room; wholly
     /// inside the parent, whatever its size becomes later.

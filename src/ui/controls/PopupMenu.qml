@@ -68,20 +68,6 @@ T.Menu {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
-    // Popups do not ask whether a transition is enabled.
-    enter: Transition {
-        NumberAnimation {
-            property: "opacity"
-            from: 0
-            to: 1
-            duration: Theme.reduceMotion ? 0 : 90
-        }
-    }
-    exit: Transition {
-        NumberAnimation {
-            property: "opacity"
-            to: 0
-            duration: Theme.reduceMotion ? 0 : 90
-        }
-    }
+    enter: FadeIn {}
+    exit: FadeOut {}
 }

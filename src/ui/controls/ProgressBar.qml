@@ -5,12 +5,14 @@ import Quillo
 Item {
     id: root
 
-    required property string name
+    property string name
     /// How far it has come, in words: Qt 6.4 tells assistive programs no numbers of it.
     property string description
     property bool indeterminate: false
     /// From 0 to 1.
     property real value: 0
+    /// Whether it moves on to another value.
+    property bool animated: false
 
     implicitHeight: 6
 
@@ -38,6 +40,14 @@ Item {
             height: parent.height
             radius: height / 2
             color: Theme.accent
+
+            Behavior on width {
+                enabled: root.animated && !Theme.reduceMotion
+                NumberAnimation {
+                    duration: 300
+                    easing.type: Easing.OutCubic
+                }
+            }
 
             NumberAnimation on place {
                 running: root.indeterminate && root.visible && !Theme.reduceMotion

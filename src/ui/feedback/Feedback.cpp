@@ -11,7 +11,7 @@ namespace quillo {
 
 namespace {
 
-std::optional<std::string> text(std::optional<std::string_view> given) {
+std::optional<std::string> owned(std::optional<std::string_view> given) {
     return given ? std::optional<std::string>(*given) : std::nullopt;
 }
 
@@ -28,8 +28,8 @@ QString orUnknown(const std::optional<std::string>& text) {
 FeedbackAddresses productFeedbackAddresses() {
     return {.mailbox = product::supportAddress,
             .page = product::feedbackPage,
-            .version = text(product::present(product::version)),
-            .build = text(product::present(product::build))};
+            .version = owned(product::present(product::version)),
+            .build = owned(product::present(product::build))};
 }
 
 Feedback::Feedback(UrlOpener& opener, FeedbackAddresses addresses)

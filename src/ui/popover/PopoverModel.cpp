@@ -140,13 +140,24 @@ void PopoverModel::clearReminder(const QString& task) {
         changeList([this, id = *id] { with_.setReminder.set(id, std::nullopt); });
 }
 
-bool PopoverModel::offers(Action action) const {
-    return static_cast<bool>(actionOf(action));
-}
-
 void PopoverModel::perform(Action action) {
-    if (offers(action))
-        actionOf(action)();
+    const MenuActions& actions = with_.actions;
+    switch (action) {
+    case QuickAdd:
+        return actions.quickAdd();
+    case ExportMarkdown:
+        return actions.exportMarkdown();
+    case ExportJson:
+        return actions.exportJson();
+    case OpenStatistics:
+        return actions.openStatistics({});
+    case OpenSettings:
+        return actions.openSettings({});
+    case CheckForUpdates:
+        return actions.checkForUpdates();
+    case Quit:
+        return actions.quit();
+    }
 }
 
 QDateTime PopoverModel::reminderChoice(ReminderChoice which) const {
@@ -167,26 +178,6 @@ QDateTime PopoverModel::reminderChoice(ReminderChoice which) const {
 int PopoverModel::weekStart() const {
     const int sundayFirst = with_.calendar.firstWeekday();
     return sundayFirst == 1 ? Qt::Sunday : sundayFirst - 1;
-}
-
-const std::function<void()>& PopoverModel::actionOf(Action action) const {
-    switch (action) {
-    case QuickAdd:
-        return with_.actions.quickAdd;
-    case ExportMarkdown:
-        return with_.actions.exportMarkdown;
-    case ExportJson:
-        return with_.actions.exportJson;
-    case OpenStatistics:
-        return with_.actions.openStatistics;
-    case OpenSettings:
-        return with_.actions.openSettings;
-    case CheckForUpdates:
-        return with_.actions.checkForUpdates;
-    case Quit:
-        break;
-    }
-    return with_.actions.quit;
 }
 
 /// A view that follows a change may ask for another one, for a row with the keyboard in it may go. That one

@@ -4,6 +4,7 @@
 #include "base/Clock.h"
 #include "base/NotificationCenter.h"
 #include "base/Uuid.h"
+#include "entry/MenuActions.h"
 #include "entry/SetReminder.h"
 #include "review/ReviewPromptService.h"
 #include "stats/StatsStore.h"
@@ -23,17 +24,6 @@
 
 namespace quillo {
 
-/// What the options menu does elsewhere. An action that is not there is shown and cannot be chosen.
-struct PopoverActions {
-    std::function<void()> quickAdd;
-    std::function<void()> exportMarkdown;
-    std::function<void()> exportJson;
-    std::function<void()> openStatistics;
-    std::function<void()> openSettings;
-    std::function<void()> checkForUpdates;
-    std::function<void()> quit;
-};
-
 /// What a PopoverModel works with; all of it outlives the model.
 struct PopoverModelDependencies {
     TodoStore& store;
@@ -45,7 +35,7 @@ struct PopoverModelDependencies {
     const unicode::CivilCalendar& calendar;   ///< its owner may assign it another zone
     std::function<StatsStore&()> statsStore;  ///< not called before a menu asks for statisticsEnabled
     std::function<void(std::string)> addTask; ///< takes what was typed, trimmed; not blank
-    PopoverActions actions;
+    const MenuActions& actions;
 };
 
 /// There from the launch on, before anything of the popover is loaded. Belongs to the main thread.
@@ -121,10 +111,6 @@ public:
 
     Q_INVOKABLE void clearReminder(const QString& task);
 
-    /// Whether there is such an action.
-    Q_INVOKABLE bool offers(quillo::PopoverModel::Action action) const;
-
-    /// Does it; nothing where it is not offered.
     Q_INVOKABLE void perform(quillo::PopoverModel::Action action);
 
     /// When that is, chosen now.
@@ -147,7 +133,6 @@ Q_SIGNALS:
     void closeRequested();
 
 private:
-    const std::function<void()>& actionOf(Action action) const;
     void changeList(std::function<void()> change);
     void askForFeedback();
 

@@ -32,20 +32,10 @@ T.Popup {
         border.color: Theme.separator
     }
 
-    // Popups do not ask whether a transition is enabled.
-    enter: Transition {
-        NumberAnimation {
-            property: "opacity"
-            from: 0
-            to: 1
-            duration: Theme.reduceMotion ? 0 : 150
-        }
+    enter: FadeIn {
+        duration: 150
     }
-    exit: Transition {
-        NumberAnimation {
-            property: "opacity"
-            to: 0
-            duration: Theme.reduceMotion ? 0 : 120
-        }
+    exit: FadeOut {
+        duration: 120
     }
 }

@@ -20,13 +20,11 @@ FormSection {
     ButtonRow {
         PushButton {
             text: qsTr("Export as Markdown…")
-            enabled: root.model.offers(SettingsModel.ExportMarkdown)
             onClicked: root.model.exportMarkdown()
         }
 
         PushButton {
             text: qsTr("Export as JSON…")
-            enabled: root.model.offers(SettingsModel.ExportJson)
             onClicked: root.model.exportJson()
         }
     }

@@ -11,17 +11,10 @@ namespace quillo {
 
 namespace {
 
-void callIfThere(const std::function<void()>& action) {
-    if (action)
-        action();
-}
-
 /// Where the translation leads; the product's page where there is none.
 std::string websiteAddress() {
-    const QString key = QStringLiteral("WEBSITE_URL");
-    const QString translated =
-        QCoreApplication::translate("Quillo", QT_TRANSLATE_NOOP("Quillo", "WEBSITE_URL"));
-    return translated != key ? translated.toStdString() : product::website;
+    const QString translated = QCoreApplication::translate("Quillo", "WEBSITE_URL");
+    return translated != QLatin1String("WEBSITE_URL") ? translated.toStdString() : product::website;
 }
 
 } // namespace
@@ -39,7 +32,7 @@ void SettingsModel::refresh() {
     showValue(cloudSync_, with_.preferences.boolean(preference_keys::cloudSync).value_or(true),
               &SettingsModel::cloudSyncChanged);
     showValue(statisticsEnabled_, with_.statsStore().isEnabled(), &SettingsModel::statisticsEnabledChanged);
-    showValue(automaticUpdates_, with_.automaticallyChecksForUpdates && with_.automaticallyChecksForUpdates(),
+    showValue(automaticUpdates_, with_.automaticallyChecksForUpdates(),
               &SettingsModel::automaticUpdatesChanged);
     with_.loginItem.read(scope_.guard([this, change = launchChange_](std::optional<bool> startsAtLogin) {
         if (startsAtLogin && change == launchChange_)
@@ -78,7 +71,7 @@ void SettingsModel::setStatisticsEnabled(bool enabled) {
 }
 
 void SettingsModel::setAutomaticUpdates(bool automatic) {
-    if (automaticUpdates_ == automatic || !with_.setAutomaticallyChecksForUpdates)
+    if (automaticUpdates_ == automatic)
         return;
     with_.setAutomaticallyChecksForUpdates(automatic);
     showValue(automaticUpdates_, automatic, &SettingsModel::automaticUpdatesChanged);
@@ -96,30 +89,16 @@ void SettingsModel::resetStatistics() {
     with_.statsStore().reset();
 }
 
-bool SettingsModel::offers(Action action) const {
-    switch (action) {
-    case ExportMarkdown:
-        return static_cast<bool>(with_.exportMarkdown);
-    case ExportJson:
-        return static_cast<bool>(with_.exportJson);
-    case SetAutomaticUpdates:
-        return static_cast<bool>(with_.setAutomaticallyChecksForUpdates);
-    case CheckForUpdates:
-        break;
-    }
-    return static_cast<bool>(with_.checkForUpdates);
-}
-
 void SettingsModel::exportMarkdown() {
-    callIfThere(with_.exportMarkdown);
+    with_.actions.exportMarkdown();
 }
 
 void SettingsModel::exportJson() {
-    callIfThere(with_.exportJson);
+    with_.actions.exportJson();
 }
 
 void SettingsModel::checkForUpdates() {
-    callIfThere(with_.checkForUpdates);
+    with_.actions.checkForUpdates();
 }
 
 void SettingsModel::visitWebsite() {

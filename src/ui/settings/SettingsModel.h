@@ -3,6 +3,7 @@
 
 #include "base/CallbackScope.h"
 #include "base/Signal.h"
+#include "entry/MenuActions.h"
 #include "ports/LoginItem.h"
 #include "ports/Preferences.h"
 #include "stats/StatsStore.h"
@@ -20,19 +21,16 @@
 
 namespace quillo {
 
-/// What a SettingsModel works with; all of it outlives the model. A function that is not there is shown and
-/// cannot be used.
+/// What a SettingsModel works with; all of it outlives the model.
 struct SettingsModelDependencies {
     Preferences& preferences;
     TodoStore& store;
     LoginItem& loginItem;
     HotKeyRecorderDependencies recorder;
     std::function<StatsStore&()> statsStore;
-    std::function<void()> exportMarkdown;
-    std::function<void()> exportJson;
+    const MenuActions& actions;
     std::function<bool()> automaticallyChecksForUpdates;
     std::function<void(bool)> setAutomaticallyChecksForUpdates;
-    std::function<void()> checkForUpdates;
     std::function<void(const std::string& address)> openUrl;
 };
 
@@ -53,9 +51,6 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(quillo::HotKeyRecorder* recorder READ recorder CONSTANT)
 
 public:
-    enum Action { ExportMarkdown, ExportJson, SetAutomaticUpdates, CheckForUpdates };
-    Q_ENUM(Action)
-
     explicit SettingsModel(SettingsModelDependencies dependencies);
 
     /// Reads everything anew: the window is about to be shown.
@@ -89,10 +84,6 @@ public:
     Q_INVOKABLE void clearCompleted();
     Q_INVOKABLE void resetStatistics();
 
-    /// Whether there is such an action.
-    Q_INVOKABLE bool offers(quillo::SettingsModel::Action action) const;
-
-    /// The last three do nothing where they are not offered.
     Q_INVOKABLE void exportMarkdown();
     Q_INVOKABLE void exportJson();
     Q_INVOKABLE void checkForUpdates();

@@ -10,7 +10,6 @@ FormSection {
     heading: qsTr("Updates")
 
     ToggleRow {
-        enabled: root.model.offers(SettingsModel.SetAutomaticUpdates)
         text: qsTr("Check for updates automatically")
         help: qsTr("When on, Quillo checks for new versions in the background and asks before installing. Manual checks are always available from the menu.")
         checked: root.model.automaticUpdates
@@ -20,7 +19,6 @@ FormSection {
     ButtonRow {
         PushButton {
             text: qsTr("Check for Updates Now…")
-            enabled: root.model.offers(SettingsModel.CheckForUpdates)
             onClicked: root.model.checkForUpdates()
         }
     }

@@ -2,24 +2,14 @@ import QtQuick
 import Quillo
 
 /// The settings window.
-Window {
+DialogWindow {
     id: root
 
     required property SettingsModel model
 
-    width: 480
-    height: 580
-    minimumWidth: width
-    maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
-    visible: false
-    color: Theme.window
-    flags: Qt.Dialog | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
+    contentWidth: 480
+    contentHeight: 580
     title: qsTr("Quillo Settings")
-
-    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
-    LayoutMirroring.childrenInherit: true
 
     onVisibleChanged: {
         if (visible)

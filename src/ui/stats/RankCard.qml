@@ -28,30 +28,11 @@ StatCard {
             Accessible.name: text
         }
 
-        Rectangle {
+        ProgressBar {
             width: parent.width
-            height: 6
-            radius: 3
-            color: Theme.pressed
-            border.width: Theme.highContrast ? 1 : 0
-            border.color: Theme.separator
-            Accessible.ignored: true
-
-            Rectangle {
-                anchors.left: parent.left
-                width: parent.width * root.model.climbed
-                height: parent.height
-                radius: 3
-                color: Theme.accent
-
-                Behavior on width {
-                    enabled: root.model.active && !Theme.reduceMotion
-                    NumberAnimation {
-                        duration: 300
-                        easing.type: Easing.OutCubic
-                    }
-                }
-            }
+            value: root.model.climbed
+            animated: root.model.active
+            Accessible.ignored: true // said in words below
         }
 
         Item {

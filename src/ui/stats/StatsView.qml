@@ -21,21 +21,11 @@ Flickable {
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Quillo Statistics")
 
-    Keys.onPressed: event => {
-        const line = 40;
-        const steps = new Map([
-            [Qt.Key_Up, -line],
-            [Qt.Key_Down, line],
-            [Qt.Key_PageUp, line - height],
-            [Qt.Key_PageDown, height - line],
-            [Qt.Key_Space, height - line],
-            [Qt.Key_Home, -contentHeight],
-            [Qt.Key_End, contentHeight]
-        ]);
-        event.accepted = steps.has(event.key);
-        if (event.accepted)
-            contentY = Math.max(0, Math.min(contentHeight - height, contentY + steps.get(event.key)));
+    readonly property ScrollKeys keys: ScrollKeys {
+        flickable: root
     }
+
+    Keys.onPressed: event => keys.scroll(event)
 
     Column {
         id: column

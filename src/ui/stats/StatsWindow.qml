@@ -2,29 +2,19 @@ import QtQuick
 import Quillo
 
 /// The statistics window.
-Window {
+DialogWindow {
     id: root
 
     required property StatsModel model
 
-    width: 460
-    height: 620
-    minimumWidth: width
-    maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
-    visible: false
-    color: Theme.window
-    flags: Qt.Dialog | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowSystemMenuHint | Qt.WindowCloseButtonHint
+    contentWidth: 460
+    contentHeight: 620
     title: qsTr("Quillo Statistics")
-
-    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
-    LayoutMirroring.childrenInherit: true
 
     onVisibleChanged: model.active = visible
 
     Shortcut {
-        sequences: ["Escape", "Ctrl+W"]
+        sequences: ["Escape", StandardKey.Close]
         onActivated: root.close()
     }
 

@@ -22,21 +22,11 @@ Rectangle {
     onTextChanged: list.contentY = 0
     onVisibleChanged: list.contentY = 0
 
-    Keys.onPressed: event => {
-        const page = list.height - label.font.pixelSize;
-        const ways = {
-            [Qt.Key_Up]: -2 * label.font.pixelSize,
-            [Qt.Key_Down]: 2 * label.font.pixelSize,
-            [Qt.Key_PageUp]: -page,
-            [Qt.Key_PageDown]: page,
-            [Qt.Key_Space]: page,
-            [Qt.Key_Home]: -list.contentHeight,
-            [Qt.Key_End]: list.contentHeight
-        };
-        event.accepted = event.key in ways;
-        if (event.accepted)
-            list.contentY = Math.max(0, Math.min(list.contentHeight - list.height, list.contentY + ways[event.key]));
+    readonly property ScrollKeys keys: ScrollKeys {
+        flickable: list
     }
+
+    Keys.onPressed: event => keys.scroll(event)
 
     Flickable {
         id: list

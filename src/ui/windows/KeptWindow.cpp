@@ -19,7 +19,8 @@ void centre(QWindow& window) {
         screen = QGuiApplication::primaryScreen();
     if (screen == nullptr)
         return;
-    QRect place(QPoint(), window.size());
+    // Its limits may be all that it says of its size.
+    QRect place(QPoint(), window.size().expandedTo(window.minimumSize()));
     place.moveCenter(screen->availableGeometry().center());
     window.setPosition(place.topLeft());
 }

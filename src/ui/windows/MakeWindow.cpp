@@ -18,7 +18,15 @@ std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const QString& file
         log(file.toStdString() + " cannot be shown: " + component.errorString().toStdString());
         return nullptr;
     }
-    return std::unique_ptr<QQuickWindow>(static_cast<QQuickWindow*>(object.release()));
+    std::unique_ptr<QQuickWindow> window(static_cast<QQuickWindow*>(object.release()));
+    // Pictures that nothing shows any more go with the window: Qt would wake each half minute to look for
+    // them.
+    QObject::connect(window.get(), &QWindow::visibleChanged, window.get(),
+                     [made = window.get()](bool visible) {
+                         if (!visible)
+                             made->releaseResources();
+                     });
+    return window;
 }
 
 } // namespace quillo
