@@ -3,6 +3,15 @@
 <!-- The English texts that are worded otherwise on this platform than in the source. -->
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>CreditsView</name>
+    <message>
+        <source>Thanks for using Quillo.
+Made with care for the menu bar power user.</source>
+        <translation>Thanks for using Quillo.
+Made with care for the status bar power user.</translation>
+    </message>
+</context>
+<context>
     <name>OptionsMenu</name>
     <message>
         <source>Quick Add… (⌃⌥⌘T)</source>

@@ -1,7 +1,10 @@
 #include "linux/desktopservices/DesktopSavePanel.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QStandardPaths>
 #include <utility>
 
@@ -13,6 +16,9 @@ DesktopSavePanel::~DesktopSavePanel() {
 }
 
 void DesktopSavePanel::ask(const SaveQuestion& question, Answer answer) {
+    if (qtTexts_.isEmpty() && qtTexts_.load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                                            QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&qtTexts_);
     auto* panel = new QFileDialog;
     std::erase(panels_, nullptr);
     panels_.emplace_back(panel);

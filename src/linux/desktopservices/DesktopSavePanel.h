@@ -5,6 +5,7 @@
 
 #include <QFileDialog>
 #include <QPointer>
+#include <QTranslator>
 #include <vector>
 
 namespace quillo {
@@ -23,6 +24,7 @@ public:
     void ask(const SaveQuestion& question, Answer answer) override;
 
 private:
+    QTranslator qtTexts_;                       ///< those of Qt's own dialog, loaded with the first panel
     std::vector<QPointer<QFileDialog>> panels_; ///< null once they have closed
 };
 

@@ -8,15 +8,24 @@ Window {
     required property int contentWidth
     required property int contentHeight
 
-    // These alone, which give it its size: a window manager that hears of the size first holds it to the old limits.
-    minimumWidth: contentWidth
-    maximumWidth: contentWidth
-    minimumHeight: contentHeight
-    maximumHeight: contentHeight
     visible: false
     color: Theme.window
     flags: Qt.Dialog | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
 
     LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
+
+    Component.onCompleted: fit()
+    onContentWidthChanged: fit()
+    onContentHeightChanged: fit()
+
+    /// The limits first: a window manager that hears of the size before holds it to the old ones.
+    function fit() {
+        minimumWidth = contentWidth;
+        maximumWidth = contentWidth;
+        minimumHeight = contentHeight;
+        maximumHeight = contentHeight;
+        width = contentWidth;
+        height = contentHeight;
+    }
 }

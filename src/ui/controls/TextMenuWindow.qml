@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Window
 import Quillo
 
 /// The context menu of a text field, in a window of its own.

@@ -55,12 +55,16 @@ Item {
             anchors.leftMargin: 14
             anchors.right: parent.right
             anchors.rightMargin: 8
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            verticalAlignment: Text.AlignVCenter
             text: root.model.showCompleted ? qsTr("Hide completed tasks") : qsTr("Show completed tasks")
             textFormat: Text.PlainText
             horizontalAlignment: Text.AlignLeft
             elide: Text.ElideRight
-            fontSizeMode: Text.HorizontalFit
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
+            fontSizeMode: Text.Fit
             minimumPixelSize: 9
             font.pixelSize: Theme.captionSize
             color: Theme.secondary

@@ -43,8 +43,8 @@ PopupCard {
                 Accessible.name: text
             }
 
-            Grid {
-                columns: 2
+            Flow {
+                width: parent.width
                 spacing: 4
 
                 Repeater {
@@ -69,7 +69,9 @@ PopupCard {
 
                     PushButton {
                         required property var modelData
-                        width: (column.width - 4) / 2
+                        readonly property real half: (column.width - 4) / 2
+
+                        width: implicitWidth > half ? column.width : half
                         text: modelData.text
                         onClicked: root.chosen(root.model.reminderChoice(modelData.choice))
                     }

@@ -45,9 +45,7 @@ StatCard {
             horizontalAlignment: Text.AlignLeft
             text: root.award.title
             textFormat: Text.PlainText
-            elide: Text.ElideRight
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 9
+            wrapMode: Text.Wrap
             font.pixelSize: Theme.fontSize
             font.weight: Font.DemiBold
             color: root.award.earned ? Theme.text : Theme.faintText
@@ -59,9 +57,7 @@ StatCard {
             horizontalAlignment: Text.AlignLeft
             text: root.award.subtitle
             textFormat: Text.PlainText
-            elide: Text.ElideRight
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 8
+            wrapMode: Text.Wrap
             font.pixelSize: Theme.captionSize
             color: root.award.earned ? Theme.secondary : Theme.faintText
             Accessible.ignored: true

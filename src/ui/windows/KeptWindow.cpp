@@ -19,8 +19,7 @@ void centre(QWindow& window) {
         screen = QGuiApplication::primaryScreen();
     if (screen == nullptr)
         return;
-    // Its limits may be all that it says of its size.
-    QRect place(QPoint(), window.size().expandedTo(window.minimumSize()));
+    QRect place(QPoint(), window.size());
     place.moveCenter(screen->availableGeometry().center());
     window.setPosition(place.topLeft());
 }
