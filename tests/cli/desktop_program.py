@@ -80,12 +80,13 @@ class DesktopProgram:
         return connection
 
     def answers(self):
-        """Whether it takes commands."""
+        """Whether it takes commands. It says so itself: a connection alone is the system's word, which comes before."""
         try:
-            self.connect().close()
+            with self.connect() as connection:
+                connection.sendall(b'{"command":"none"}\n')
+                return bool(connection.recv(1))
         except OSError:
             return False
-        return True
 
     def wait_until_ready(self):
         """Returns when it takes commands, or has ended because it cannot."""

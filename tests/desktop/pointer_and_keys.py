@@ -10,6 +10,9 @@ LEFT, MIDDLE, RIGHT, WHEEL_UP, WHEEL_DOWN = 1, 2, 3, 4, 5
 DOUBLE_CLICK_SECONDS = 0.5
 # A key that is held during a click is held so much longer than the button, at least.
 HELD_SECONDS = 0.1
+# No finger goes down or up faster. Window managers look at each press before they pass it on, and lose what comes while
+# they do.
+FINGER_SECONDS = 0.03
 # A drag is one only after some way, and where the pointer comes by, not faster than a hand.
 DRAG_STEPS = 8
 DRAG_STEP_SECONDS = 0.02
@@ -55,9 +58,11 @@ class PointerAndKeys:
 
     def press(self, button=LEFT):
         self._event(X.ButtonPress, button)
+        time.sleep(FINGER_SECONDS)
 
     def release(self, button=LEFT):
         self._event(X.ButtonRelease, button)
+        time.sleep(FINGER_SECONDS)
 
     def drag(self, start, end):
         self.move(start)

@@ -1,12 +1,15 @@
 """The list is saved where the user wants it, beside everything else that goes on."""
 
 import json
+import os
 import pathlib
+import subprocess
 import tempfile
+import time
 import unittest
 
 from desktop_program import wait_until
-from quillo_on_desktop import WAIT_SECONDS, DesktopTest, StatusItem
+from quillo_on_desktop import SETTLED_SECONDS, WAIT_SECONDS, DesktopTest, StatusItem
 
 MARKDOWN = "Export as Markdown"
 JSON = "Export as JSON"
@@ -15,28 +18,37 @@ DOCUMENT = "# Quillo Export\n\n- [ ] two ] *\n- [ ] one\n"
 
 class ExportTest(DesktopTest):
     def setUp(self):
+        # Before the program, which uses them until it is ended.
+        self.documents = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
+        configuration = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
         super().setUp()
-        self.folder_to_save_in = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
+        (configuration / "user-dirs.dirs").write_text(f'XDG_DOCUMENTS_DIR="{self.documents}"\n')
         self.add("one", "two ] *")
-        self.program = self.start()
+        self.program = self.start(environment={"XDG_CONFIG_HOME": str(configuration)})
 
     def ask(self, title):
-        """Chooses the line of the popover's menu; returns the panel that asks where to save."""
+        """Chooses the line of the popover's menu; returns the panel that asks where to save: in the documents."""
         popover = self.program.open_popover()
         popover.open_menu()
         popover.choose(title + "…")
-        return self.program.view(title)
+        panel = self.program.view(title)
+        self.eventually(self.program.has_popover, False)
+        time.sleep(SETTLED_SECONDS)
+        return panel
 
-    def save(self, panel, file):
-        self.name(panel, file)
+    def save(self, panel, name):
+        self.name(panel, name)
+        self.input.key("Tab")  # What Qt's panel suggests would take the click.
         panel.click("push button", "Save")
 
-    def name(self, panel, file):
+    def name(self, panel, name):
+        """Without a folder: while that is being typed Qt's panel would open it."""
         self.input.key("ctrl+a")
-        self.input.type(str(file))
-        self.eventually(lambda: panel.find("text").text, str(file))
+        self.input.type(name)
+        self.eventually(lambda: panel.find("text").text, name)
 
-    def written(self, file):
+    def written(self, name):
+        file = self.documents / name
         return wait_until(lambda: file.exists() and file.read_text(), f"{file} is written", WAIT_SECONDS)
 
 
@@ -44,32 +56,29 @@ class Panels(ExportTest):
     def test_markdown(self):
         panel = self.ask(MARKDOWN)
         self.assertEqual(panel.find("text").text, "Quillo.md")
-        file = self.folder_to_save_in / "list.md"
-        self.save(panel, file)
-        self.assertEqual(self.written(file), DOCUMENT)
+        self.save(panel, "list.md")
+        self.assertEqual(self.written("list.md"), DOCUMENT)
         self.eventually(lambda: self.program.has_window(MARKDOWN), False)
 
     def test_json_by_the_keyboard_and_without_an_ending(self):
         panel = self.ask(JSON)
         self.assertEqual(panel.find("text").text, "Quillo.json")
-        file = self.folder_to_save_in / "list"
-        self.name(panel, file)
+        self.name(panel, "list")
         self.input.key("Return")
-        tasks = json.loads(self.written(file.with_suffix(".json")))
+        tasks = json.loads(self.written("list.json"))
         self.assertEqual([task["title"] for task in tasks], ["two ] *", "one"])
 
     def test_the_list_is_that_of_the_moment_of_asking(self):
         panel = self.ask(MARKDOWN)
         self.add("three")
-        file = self.folder_to_save_in / "list.md"
-        self.save(panel, file)
-        self.assertEqual(self.written(file), DOCUMENT)
+        self.save(panel, "list.md")
+        self.assertEqual(self.written("list.md"), DOCUMENT)
 
     def test_escape_writes_nothing(self):
         self.ask(MARKDOWN)
         self.input.key("Escape")
         self.eventually(lambda: self.program.has_window(MARKDOWN), False)
-        self.assertEqual(list(self.desktop.home.rglob("Quillo.md")), [])
+        self.assertEqual(list(self.documents.iterdir()), [])
 
     def test_the_rest_goes_on_while_a_panel_is_open(self):
         self.ask(MARKDOWN)
@@ -102,18 +111,36 @@ class Panels(ExportTest):
 
 
 class Failures(ExportTest):
-    def test_a_folder_that_is_gone(self):
-        folder = self.folder_to_save_in / "gone"
-        folder.mkdir()
-        panel = self.ask(MARKDOWN)
-        self.name(panel, folder / "list.md")
-        folder.rmdir()
-        panel.click("push button", "Save")
-        # Qt's own panel may see it; else nothing is said. Either way the program goes on.
-        self.add("three")
-        self.assertEqual(len(self.quillo.titles()), 3)
-        self.assertFalse(folder.exists())
+    def assert_goes_on(self):
+        self.add("and on")
+        self.assertEqual(self.quillo.titles()[0], "and on")
         self.assert_ends_well(self.program)
+
+    def test_a_folder_that_is_gone(self):
+        panel = self.ask(MARKDOWN)
+        self.name(panel, "list.md")
+        self.documents.rmdir()
+        panel.click("push button", "Save")
+        # Qt's own panel may see it; else nothing is said.
+        self.assert_goes_on()
+        self.assertFalse(self.documents.exists())
+        self.documents.mkdir()
+
+    @unittest.skipUnless(os.geteuid() == 0, "only root may make a small disk")
+    def test_a_full_disk(self):
+        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=8k", "tmpfs", self.documents], check=True)
+        self.addCleanup(subprocess.run, ["umount", self.documents], check=True)
+        (self.documents / "list.md").write_text("an earlier one")
+        for number in range(20):
+            self.add(f"{number} " + "so much " * 100)
+        panel = self.ask(MARKDOWN)
+        self.save(panel, "list.md")
+        wait_until(lambda: len(self.program.windows()) == 2, "it asks whether to replace the file", WAIT_SECONDS)
+        self.input.key("alt+y")
+        self.eventually(lambda: "the list could not be exported" in self.program.errors, True)
+        self.assertEqual([file.name for file in self.documents.iterdir()], ["list.md"])
+        self.assertEqual((self.documents / "list.md").read_text(), "an earlier one")
+        self.assert_goes_on()
 
 
 if __name__ == "__main__":

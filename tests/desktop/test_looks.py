@@ -196,6 +196,8 @@ class LiveChanges(Looks):
 
     def test_foreign_values_change_nothing(self):
         popover = self.open()
+        self.input.type("is shown\n")
+        popover.row("is shown")
         before = popover.picture()
         self.desktop.portal.set("color-scheme", 4_000_000_000)
         self.desktop.portal.set("accent-color", (7.0, -1.0, 0.0))
