@@ -53,7 +53,7 @@ function(quillo_desktop_module name)
   add_library(quillo_${name} STATIC ${sources})
   # moc 6.4 cannot read the <concepts> of GCC 12 where no other header comes before it, and needs nothing of it: its
   # guard leaves it out.
-  set_target_properties(quillo_${name} PROPERTIES UNITY_BUILD ${QUILLO_UNITY} AUTOMOC ON AUTOMOC_MOC_OPTIONS "-D_GLIBCXX_CONCEPTS")
+  set_target_properties(quillo_${name} PROPERTIES AUTOMOC ON AUTOMOC_MOC_OPTIONS "-D_GLIBCXX_CONCEPTS")
   # What Qt generates is not ours to tidy: one check that finds nothing, as none at all would be an error.
   file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/.clang-tidy" "Checks: '-*,misc-definitions-in-headers'\n")
   target_include_directories(quillo_${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")

@@ -18,7 +18,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 # Where headers are most of what a compiler reads, as Qt's and the test library's are, several files are compiled at a
-# time; not for clang-tidy, which is to see each file as it is.
+# time; not where a program takes only some of a module's files, and not for clang-tidy, which is to see each as it is.
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 if(QUILLO_CLANG_TIDY)
   set(QUILLO_UNITY OFF)
