@@ -28,6 +28,8 @@ MORE = "More options"
 SHOW_DONE = "Show completed tasks"
 HIDE_DONE = "Hide completed tasks"
 STATISTICS_TITLE = "Quillo Statistics"
+SETTINGS_TITLE = "Quillo Settings"
+UPDATES_TITLE = "Software Update"
 MASCOT = "Olo, the Quillo mascot"
 CREDITS_BUTTON = "Back to work"
 

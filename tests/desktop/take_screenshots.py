@@ -15,7 +15,16 @@ from zoneinfo import ZoneInfo
 
 from desktop import Desktop
 from quillo_command import stored_task
-from quillo_on_desktop import SHOW_DONE, LoneQuillo, Program
+from quillo_on_desktop import (
+    CREDITS_BUTTON,
+    MASCOT,
+    SETTINGS_TITLE,
+    SHOW_DONE,
+    STATISTICS_TITLE,
+    UPDATES_TITLE,
+    LoneQuillo,
+    Program,
+)
 
 NOW = datetime(2026, 3, 5, 10, 20, tzinfo=ZoneInfo("Europe/Berlin"))  # a Thursday
 GROUNDS = {"light": (198, 210, 222), "dark": (38, 44, 54)}
@@ -110,6 +119,57 @@ class Scenes:
     def quick_add_empty(self):
         return self.program.open_quick_add()
 
+    def complete(self, *titles):
+        """As a user of the command does, so that it counts."""
+        for title in titles:
+            self.program.quillo("add", "--", title)
+            self.program.quillo("done", "1")
+
+    def feedback(self):
+        self.complete(*("one", "two", "three", "four", "five"))
+        popover = self.popover()
+        popover.find("push button", "Maybe later")
+        return popover
+
+    def credits(self):
+        popover = self.popover()
+        olo = popover.find(name=MASCOT).centre
+        for _ in range(5):
+            self.input.click(olo, apart=False)
+        popover.find("push button", CREDITS_BUTTON)
+        self.input.move((5, self.program.desktop.size[1] - 5))
+        return popover
+
+    def settings(self):
+        self.program.quillo("settings")
+        return self.program.view(SETTINGS_TITLE)
+
+    def recording(self):
+        settings = self.settings()
+        settings.click("push button", "Open Quick Add")
+        self.input.move((5, self.program.desktop.size[1] - 5))
+        return settings
+
+    def end_of_settings(self):
+        settings = self.settings()
+        for _ in range(4):
+            self.input.key("shift+Tab")
+        return settings
+
+    def statistics(self):
+        self.complete("Water the plants", "Book a table", "Buy milk", "Sort the letters", "Call the bank", "Pay rent")
+        return self.no_statistics()
+
+    def no_statistics(self):
+        self.program.quillo("statistics")
+        return self.program.view(STATISTICS_TITLE)
+
+    def updates(self):
+        popover = self.popover()
+        popover.open_menu()
+        popover.choose("Check for Updates…")
+        return self.program.view(UPDATES_TITLE)
+
 
 SCENES = {
     "popover-empty": (list, Scenes.popover),
@@ -121,6 +181,14 @@ SCENES = {
     "popover-options": (mixed, Scenes.options),
     "quick-add": (list, Scenes.quick_add),
     "quick-add-empty": (list, Scenes.quick_add_empty),
+    "feedback": (list, Scenes.feedback),
+    "credits": (list, Scenes.credits),
+    "settings": (mixed, Scenes.settings),
+    "settings-recording": (mixed, Scenes.recording),
+    "settings-end": (mixed, Scenes.end_of_settings),
+    "statistics": (mixed, Scenes.statistics),
+    "statistics-empty": (list, Scenes.no_statistics),
+    "updates": (list, Scenes.updates),
 }
 
 

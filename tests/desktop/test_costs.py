@@ -4,6 +4,16 @@ that do other things at the same time; bench/desktop has the figures."""
 import unittest
 
 from candidates import LIST_FLOOR, TRAY_FLOOR, list_floor, ours, quillo_desktop, quillo_popover, tray_floor
+from process_costs import memory
+from quillo_command import stored_task
+from quillo_on_desktop import (
+    NEW_TASK,
+    POPOVER_TITLE,
+    SETTINGS_TITLE,
+    STATISTICS_TITLE,
+    UPDATES_TITLE,
+    DesktopTest,
+)
 from stage import Stage
 
 FEW, MANY = 100, 100_000
@@ -62,6 +72,26 @@ class Costs(unittest.TestCase):
         self.assertLessEqual(min(figures["reopen_wall_ms"]), 50, figures)
         self.assertLessEqual(figures["closed_anonymous_mb"], 25)
         self.assertEqual(figures["idle_context_switches"], 0)
+
+
+class AllWindows(DesktopTest):
+    def test_open_at_once(self):
+        self.quillo.put_items(*(stored_task(number, f"task {number}", done=number % 3 == 0) for number in range(FEW)))
+        program = self.start()
+        popover = program.open_popover()
+        popover.open_menu()
+        popover.choose("Check for Updates…")
+        program.view(UPDATES_TITLE)
+        for command, title in (("statistics", STATISTICS_TITLE), ("settings", SETTINGS_TITLE), ("quick-add", NEW_TASK)):
+            self.done(command)
+            program.view(title)
+        self.done("open")
+        program.popover()
+        shown = {window.title for window in program.windows()}
+        self.assertLessEqual({UPDATES_TITLE, STATISTICS_TITLE, SETTINGS_TITLE, POPOVER_TITLE}, shown)
+        taken = memory(program.process.pid)
+        print(f"all windows: {taken.resident:.1f} MB", flush=True)
+        self.assertLessEqual(taken.resident, 80)
 
 
 if __name__ == "__main__":

@@ -4,9 +4,8 @@ import unittest
 
 from desktop_program import wait_until
 from quillo_command import stored_task
-from quillo_on_desktop import WAIT_SECONDS, DesktopTest, View
+from quillo_on_desktop import SETTINGS_TITLE, WAIT_SECONDS, DesktopTest, View
 
-SETTINGS_TITLE = "Quillo Settings"
 SIZE = (480, 580)
 
 LOGIN = "Launch Quillo at login"

@@ -12,9 +12,8 @@ import unittest
 import file_manager
 import release_server
 from desktop_program import wait_until
-from quillo_on_desktop import WAIT_SECONDS, DesktopTest, Program, View
+from quillo_on_desktop import UPDATES_TITLE, WAIT_SECONDS, DesktopTest, Program, View
 
-TITLE = "Software Update"
 ARCHIVE = "quillo-2.0.tar.gz"
 AVAILABLE = "A new version of Quillo is available"
 NOTES = "<ul><li>Opens faster</li><li>Understands more dates</li></ul>"
@@ -50,10 +49,10 @@ class UpdateWindow(Program):
         self._started.kill()
 
     def view(self):
-        return View(self, self._ready_window(TITLE))
+        return View(self, self._ready_window(UPDATES_TITLE))
 
     def is_shown(self):
-        return self._window_titled(TITLE) is not None
+        return self._window_titled(UPDATES_TITLE) is not None
 
 
 class UpdateTest(DesktopTest):
@@ -144,7 +143,7 @@ class Offers(UpdateTest):
 
     def _focused(self):
         nodes = self.window.node.walk()
-        return next((node.name for node in nodes if "focused" in node.states and node.name != TITLE), None)
+        return next((node.name for node in nodes if "focused" in node.states and node.name != UPDATES_TITLE), None)
 
     def test_it_is_a_window_like_others(self):
         self.show()
@@ -217,11 +216,11 @@ class TheProgram(DesktopTest):
         popover = program.open_popover()
         popover.open_menu()
         popover.choose("Check for Updates…")
-        window = View(program, program._ready_window(TITLE))
+        window = View(program, program._ready_window(UPDATES_TITLE))
         window.find("label", "This Quillo does not look for updates")
         self.assertFalse(window.has("push button", "Try Again"))
         window.click("push button", "Close")
-        self.eventually(lambda: program._window_titled(TITLE), None)
+        self.eventually(lambda: program._window_titled(UPDATES_TITLE), None)
         self.assert_ends_well(program)
 
 
