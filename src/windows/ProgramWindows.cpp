@@ -146,6 +146,7 @@ UpdaterController& ProgramWindows::updater() {
             .clock = with_.clock,
             .timer = *updateTimer_,
             .showWindow = [this] { updates_->show({}); },
+            .offerWindow = [this] { updates_->showAside(); },
             .hideWindow = [this] { updates_->hide(); },
             .version = product::version,
         });

@@ -76,7 +76,7 @@ void UpdaterController::checkInBackground() {
             with_.preferences.text(preference_keys::updatesSkipped) == std::optional(offer->build))
             return;
         model_.offer(*offer);
-        with_.showWindow();
+        with_.offerWindow();
     });
 }
 

@@ -20,7 +20,8 @@ struct UpdaterControllerDependencies {
     Preferences& preferences;
     const Clock& clock;
     WallClockTimer& timer;
-    std::function<void()> showWindow; ///< the one with model(), also where it is shown already
+    std::function<void()> showWindow;  ///< the one with model(), also where it is shown already
+    std::function<void()> offerWindow; ///< the same, and nobody has asked: the keyboard stays where it is
     std::function<void()> hideWindow;
     std::string version; ///< of this program, for people
 };

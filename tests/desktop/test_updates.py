@@ -29,7 +29,7 @@ class UpdateWindow(Program):
         self.folder.mkdir(exist_ok=True)
         self.archive = os.urandom(2_000_000)
         (self.folder / ARCHIVE).write_bytes(self.archive)
-        files = {"feed": "appcast.xml", "place": ARCHIVE, "build": "10", "notes.html": NOTES, **state}
+        files = {"feed": "appcast.xml", "place": ARCHIVE, "build": "10", "notes.html": NOTES, "asks": "user", **state}
         for name, text in files.items():
             (self.folder / name).write_text(text)
         server = release_server.serve(self.folder)
@@ -151,6 +151,21 @@ class Offers(UpdateTest):
         self.assertEqual(self.window.window.area[2], 480)
         self.input.key("ctrl+w")
         self.assert_gone()
+
+
+class InTheBackground(UpdateTest):
+    def test_an_offer_leaves_the_keyboard_where_it_is(self):
+        terminal = self.desktop.start("xterm")
+        self.addCleanup(terminal.stop)
+        screen = self.desktop.screen
+        self.eventually(lambda: screen.active_process() == terminal.process.pid, True)
+        self.program = UpdateWindow(self.desktop, self.folder / "served", asks="itself")
+        self._programs.append(self.program)
+        self.eventually(self.program.is_shown, True)
+        screen.picture_at_rest()
+        self.assertEqual(screen.active_process(), terminal.process.pid)
+        self.window = View(self.program, self.program._window_titled(UPDATES_TITLE))
+        self.sees(AVAILABLE)
 
 
 class Failures(UpdateTest):

@@ -5,7 +5,8 @@
 //
 // FOLDER holds quillo-2.0.tar.gz and small files that say how things are to be: "feed" and "place" are the
 // ways below ADDRESS to the feed and to the archive, "build" is that of the program, "notes.html" what is
-// new. It makes the feed, signs it and the archive, and checks once. Until it is killed.
+// new; "asks" is "user", or else it looks by itself. It makes the feed, signs it and the archive, and checks
+// once. Until it is killed.
 #include "linux/MainThreadExecutor.h"
 #include "linux/TimerfdTimer.h"
 #include "linux/appearance/DesktopAppearance.h"
@@ -73,11 +74,15 @@ int main(int count, char** arguments) {
                                   .clock = clock,
                                   .timer = timer,
                                   .showWindow = [&] { shown->show({}); },
+                                  .offerWindow = [&] { shown->showAside(); },
                                   .hideWindow = [&] { shown->hide(); },
                                   .version = "1.0"});
     KeptWindow window([&]() -> QQmlEngine& { return engine; }, QStringLiteral("UpdateWindow.qml"),
                       {{QStringLiteral("model"), QVariant::fromValue(&controller.model())}});
     shown = &window;
-    controller.checkForUpdates();
+    if (support::bytesOf(folder / "asks") == "user")
+        controller.checkForUpdates();
+    else
+        timer.fired.emit();
     return QApplication::exec();
 }

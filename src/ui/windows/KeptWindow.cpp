@@ -32,18 +32,28 @@ KeptWindow::KeptWindow(Engine engine, QString file, QVariantMap properties)
 KeptWindow::~KeptWindow() = default;
 
 void KeptWindow::show(const std::string& activationToken) {
-    if (!window_) {
-        window_ = makeWindow(engine_(), file_, properties_);
-        if (!window_)
-            return;
-        centre(*window_);
-    }
-    present(*window_, activationToken);
+    if (make())
+        present(*window_, activationToken);
+}
+
+void KeptWindow::showAside() {
+    if (make())
+        quillo::showAside(*window_);
 }
 
 void KeptWindow::hide() {
     if (window_)
         window_->hide();
+}
+
+/// Unless it is there; false where it cannot be made.
+bool KeptWindow::make() {
+    if (!window_) {
+        window_ = makeWindow(engine_(), file_, properties_);
+        if (window_)
+            centre(*window_);
+    }
+    return window_ != nullptr;
 }
 
 } // namespace quillo

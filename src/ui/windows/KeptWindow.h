@@ -32,10 +32,15 @@ public:
     /// may not take it by themselves.
     void show(const std::string& activationToken);
 
+    /// The same, but the keyboard stays where it is.
+    void showAside();
+
     /// Nothing where it is not shown.
     void hide();
 
 private:
+    bool make();
+
     const Engine engine_;
     const QString file_;
     const QVariantMap properties_;
