@@ -11,6 +11,8 @@ from quillo_command import PATIENCE_SECONDS, CommandTest, is_sanitized, program
 
 KILLS = 200
 LONGEST_ROUND_SECONDS = 0.2
+# So many commands fit into the longest round also where commands are slow.
+COMMANDS_A_ROUND = 5
 
 ADD_FOR_EVER = 'number=0; while :; do "$0" add "r$1n$number"; number=$((number + 1)); done'
 
@@ -20,10 +22,11 @@ class Killed(CommandTest):
         self.quillo.hold()
         seed = random.SystemRandom().randrange(10**9)
         instants = random.Random(seed)
+        longest = max(LONGEST_ROUND_SECONDS, COMMANDS_A_ROUND * self.seconds_of_a_command())
         answered = []
         try:
             for number in range(KILLS):
-                answered += self.killed_round(number, instants.uniform(0, LONGEST_ROUND_SECONDS))
+                answered += self.killed_round(number, instants.uniform(0, longest))
                 self.check(number, answered)
         except AssertionError as error:
             raise AssertionError(f"{error}\nseed {seed}, {len(answered)} tasks answered") from error
@@ -37,6 +40,11 @@ class Killed(CommandTest):
         self.assertEqual(list(self.quillo.folder.glob("*damaged*")), [])
         self.done("add", "after it all")
         self.assertEqual(self.quillo.titles()[0], "after it all")
+
+    def seconds_of_a_command(self):
+        start = time.monotonic()
+        self.done("list")
+        return time.monotonic() - start
 
     def killed_round(self, number, seconds):
         """Adds tasks one after the other until everything is killed; returns the titles that were printed."""

@@ -14,6 +14,7 @@ from datetime import datetime
 from zoneinfo import ZoneInfo
 
 from desktop import Desktop
+from desktop_program import wait_until
 from quillo_command import stored_task
 from quillo_on_desktop import (
     CREDITS_BUTTON,
@@ -168,7 +169,9 @@ class Scenes:
         popover = self.popover()
         popover.open_menu()
         popover.choose("Check for Updates…")
-        return self.program.view(UPDATES_TITLE)
+        updates = self.program.view(UPDATES_TITLE)
+        wait_until(lambda: not self.program.has_popover(), "the popover is gone")
+        return updates
 
 
 SCENES = {
