@@ -36,6 +36,10 @@ target_compile_options(quillo_flags INTERFACE -Wall -Wextra -Wpedantic)
 if(QUILLO_WARNINGS_AS_ERRORS)
   target_compile_options(quillo_flags INTERFACE -Werror)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Nobody replaces our functions at run time, so that they may be inlined also where the windows' library shares them.
+  target_compile_options(quillo_flags INTERFACE -fno-semantic-interposition)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # False alarms about std::string in optimised builds: https://gcc.gnu.org/bugzilla/show_bug.cgi?id=105651
   target_compile_options(quillo_flags INTERFACE -Wno-restrict)

@@ -95,8 +95,11 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
       quickAdd_(std::make_unique<QuickAddOfLibrary>(library_)) {
     const QString folder = QStringLiteral(":/translations");
     if (translator_.load(QLocale(), QStringLiteral("quillo"), QStringLiteral("_"), folder) ||
-        translator_.load(QStringLiteral("quillo_en"), folder))
+        translator_.load(QStringLiteral("quillo_en"), folder)) {
         QCoreApplication::installTranslator(&translator_);
+        // Texts run as their language does, whatever the desktop's other texts do.
+        QGuiApplication::setLayoutDirection(QLocale(translator_.language()).textDirection());
+    }
 
     menuActions_ = {
         .quickAdd = [this] { quickAdd_->show({}); },
