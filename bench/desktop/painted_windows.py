@@ -13,6 +13,13 @@ from process_costs import processor_ms
 from screen import COLOURS_OF_EMPTINESS
 
 
+def when_drawn(event):
+    """By time.monotonic(), which is the server's clock too, in milliseconds of 32 bits. That we come to hear of it takes
+    longer: looking at what was drawn before takes as long as the drawing."""
+    now = time.monotonic()
+    return now - (int(now * 1000) - event.timestamp) % (1 << 32) / 1000
+
+
 class PaintedWindows:
     """Watches the top-level windows that are made on the screen of that name, such as ":7", from now on."""
 
@@ -35,23 +42,23 @@ class PaintedWindows:
 
     def wait_until_painted(self, process):
         """Waits for something to be drawn into a window of the process that then shows more than an empty ground.
-        Returns when, by time.monotonic(), the server told of the drawing, and the processor time of the process then.
+        Returns when the server drew it, by time.monotonic(), and the processor time of the process then.
 
         What counts is the content of the window. What a compositor makes of it, such as a fading in, comes on top.
         """
         while True:
-            event, when = self._next("is painted")
+            event = self._next("is painted")
             if event.type != self._drawing:
                 continue
             spent = processor_ms(process)
             window = self._display.create_resource_object("window", event.drawable.id)
             if self._is_painted(window, process):
-                return when, spent
+                return when_drawn(event), spent
 
     def wait_until_gone(self, process):
         """Waits until a window of the process is taken from the screen."""
         while True:
-            event, _ = self._next("goes")
+            event = self._next("goes")
             if event.type == X.UnmapNotify and self._owner(event.window) == process:
                 return
 
@@ -62,15 +69,13 @@ class PaintedWindows:
             self._follow(self._display.next_event())
 
     def _next(self, what):
-        """The next event, and when it came."""
         deadline = time.monotonic() + PATIENCE_SECONDS
         while not self._display.pending_events():
             if not select.select([self._display], [], [], deadline - time.monotonic())[0]:
                 raise AssertionError(f"waited {PATIENCE_SECONDS} s in vain: a window {what}")
-        when = time.monotonic()
         event = self._display.next_event()
         self._follow(event)
-        return event, when
+        return event
 
     def _follow(self, event):
         if event.type == X.CreateNotify:
