@@ -14,8 +14,8 @@ test_packages=(libgtest-dev libgmock-dev librapidcheck-dev python3 tzdata sqlite
   openbox picom xdotool xfce4-panel xterm numlockx scrot xfconf python3-xlib at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-pil
   fonts-dejavu-core desktop-file-utils appstream)
 # What a private desktop is made of, and the program's windows at run time.
-desktop_test_packages=(qt6-translations-l10n xvfb openbox picom xfce4-panel dunst dbus-daemon at-spi2-core xterm fonts-dejavu-core adwaita-icon-theme
-  python3 python3-gi gir1.2-glib-2.0 python3-xlib python3-pil libfaketime)
+desktop_test_packages=(xvfb openbox picom xfce4-panel dunst dbus-daemon at-spi2-core xterm fonts-dejavu-core adwaita-icon-theme
+  qt6-translations-l10n python3 python3-gi gir1.2-glib-2.0 python3-xlib python3-pil libfaketime)
 test_packages+=("${desktop_test_packages[@]}")
 long_test_packages=(clang-tidy kwin-wayland xdg-desktop-portal xdg-desktop-portal-kde qtwayland5 qt6-wayland)
 bench_packages=(libbenchmark-dev taskwarrior xpad gnote)

@@ -115,12 +115,9 @@ class Stage:
             self._close(run)
             wait_for_rest(run.process, CLOSED_SECONDS)
             closed = memory(run.process)
+            just_closed = self._context_switches(run, idle_seconds)
             time.sleep(FORGOTTEN_SECONDS)
-            before = context_switches(run.process)
-            time.sleep(idle_seconds)
-            after = context_switches(run.process)
-            # Threads that have come or gone count with all that they did.
-            switches = sum(abs(after.get(thread, 0) - before.get(thread, 0)) for thread in before | after)
+            idle = self._context_switches(run, idle_seconds)
             ticked = self._tick_off(run, quillo)
         return {
             "reopen_wall_ms": [wall for wall, _ in reopened],
@@ -128,7 +125,8 @@ class Stage:
             "shown_cpu_ms_per_s": shown,
             **{f"closed_{name}": value for name, value in of_memory(closed).items()},
             "idle_s": idle_seconds,
-            "idle_context_switches": switches,
+            "just_closed_context_switches": just_closed,
+            "idle_context_switches": idle,
             "done_main_thread_ms": ticked,
         }
 
@@ -147,6 +145,13 @@ class Stage:
         self._windows.forget()
         self.desktop.input.key("Escape")
         self._windows.wait_until_gone(run.process)
+
+    def _context_switches(self, run, seconds):
+        """So many in the time. Threads that come or go count with all that they did."""
+        before = context_switches(run.process)
+        time.sleep(seconds)
+        after = context_switches(run.process)
+        return sum(abs(after.get(thread, 0) - before.get(thread, 0)) for thread in before | after)
 
     def _shown(self, run):
         """The processor time that the open popover takes in a second in which nobody touches it."""

@@ -20,17 +20,22 @@ bool isX11() {
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
+/// Does something with the windows, which are loaded for it; nothing where they cannot be.
+template <class Action>
+void withWindows(WindowsLibrary& library, Action action) {
+    if (Windows* windows = library.windows())
+        action(*windows);
+}
+
 class PopoverOfLibrary final : public PopoverPlace {
 public:
     explicit PopoverOfLibrary(WindowsLibrary& library) : library_(library) {}
 
     void toggle(const std::optional<ScreenPoint>& anchor, const std::string& token) override {
-        if (Windows* windows = library_.windows())
-            windows->popover().toggle(anchor, token);
+        withWindows(library_, [&](Windows& windows) { windows.popover().toggle(anchor, token); });
     }
     void show(const std::optional<ScreenPoint>& anchor, const std::string& token) override {
-        if (Windows* windows = library_.windows())
-            windows->popover().show(anchor, token);
+        withWindows(library_, [&](Windows& windows) { windows.popover().show(anchor, token); });
     }
 
 private:
@@ -45,8 +50,7 @@ public:
         return library_.windowsSoFar() != nullptr && library_.windowsSoFar()->quickAdd().isVisible();
     }
     void show(const std::string& token) override {
-        if (Windows* windows = library_.windows())
-            windows->quickAdd().show(token);
+        withWindows(library_, [&](Windows& windows) { windows.quickAdd().show(token); });
     }
     void hide() override {
         if (Windows* windows = library_.windowsSoFar())
@@ -107,19 +111,14 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
         .exportJson = [this] { exportTarget().exportJson(); },
         .openStatistics =
             [this](const std::string& token) {
-                if (Windows* windows = library_.windows())
-                    windows->openStatistics(token);
+                withWindows(library_, [&](Windows& windows) { windows.openStatistics(token); });
             },
         .openSettings =
             [this](const std::string& token) {
-                if (Windows* windows = library_.windows())
-                    windows->openSettings(token);
+                withWindows(library_, [&](Windows& windows) { windows.openSettings(token); });
             },
         .checkForUpdates =
-            [this] {
-                if (Windows* windows = library_.windows())
-                    windows->checkForUpdates();
-            },
+            [this] { withWindows(library_, [](Windows& windows) { windows.checkForUpdates(); }); },
         .quit = [this] { application_.quit(); },
     };
     delegate_.emplace(AppDelegateDependencies{
@@ -168,8 +167,7 @@ void Shell::startUpdater() {
     // Only who wants it to look by itself needs it before a window, and not in the first seconds.
     if (services_->preferences().boolean(preference_keys::updatesAutomatic).value_or(false))
         QTimer::singleShot(updaterStartsAfter, &updaterStart_, [this] {
-            if (Windows* windows = library_.windows())
-                windows->startUpdater();
+            withWindows(library_, [](Windows& windows) { windows.startUpdater(); });
         });
 }
 

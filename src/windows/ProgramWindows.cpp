@@ -4,7 +4,7 @@
 #include "linux/hotkey/KeyPositions.h"
 #include "linux/loginitem/LoginItemOfThisSession.h"
 #include "linux/windows/EveryDesktop.h"
-#include "ui/icons/SymbolImages.h"
+#include "ui/windows/MakeWindow.h"
 
 #include <QApplication>
 #include <QQuickWindow>
@@ -164,8 +164,7 @@ std::unique_ptr<KeptWindow> ProgramWindows::window(const char* file, QObject* mo
 QQmlEngine& ProgramWindows::engine() {
     if (!engine_) {
         engine_ = std::make_unique<QQmlEngine>();
-        engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
-        engine_->addImageProvider(QString::fromLatin1(SymbolImages::name), new SymbolImages);
+        prepareEngine(*engine_);
     }
     return *engine_;
 }

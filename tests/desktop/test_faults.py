@@ -1,11 +1,16 @@
 """What goes wrong around the program while its windows are used: nothing is lost, nothing crashes, the log says why."""
 
 import fcntl
+import os
+import pathlib
+import shutil
+import tempfile
 import time
 import unittest
+import unittest.mock
 
 from desktop import Desktop
-from desktop_program import DesktopProgram, wait_until
+from desktop_program import DesktopProgram, desktop_program, wait_until
 from quillo_command import stored_task
 from quillo_on_desktop import SHORTCUT, WAIT_SECONDS, DesktopTest, StatusItem
 
@@ -44,6 +49,22 @@ class TheScreenGoes(OwnDesktopTest):
                 # However it ended, it was no crash.
                 self.assertGreaterEqual(code, 0, program.errors)
                 self.assertEqual(self.quillo.titles(), [f"task {number}"])
+
+
+class TheWindowsAreMissing(DesktopTest):
+    def test_a_command_that_wants_one_is_told_so_and_the_list_works(self):
+        installed = pathlib.Path(desktop_program())
+        folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
+        shutil.copy(installed, folder)
+        with unittest.mock.patch.dict(os.environ, QUILLO_DESKTOP=str(folder / installed.name)):
+            program = self.start()
+        for window in ("open", "settings"):
+            answer = self.quillo(window)
+            self.assertEqual(answer.code, 1)
+            self.assertIn("the windows cannot be loaded", answer.errors)
+        self.assertIn("there are no windows: ", program.errors)
+        self.add("all the same")
+        self.assert_ends_well(program)
 
 
 class TheBusGoes(OwnDesktopTest):

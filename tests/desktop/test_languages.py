@@ -50,5 +50,19 @@ class German(DesktopTest):
         self.program.view("Als Markdown exportieren").find("push button", "Speichern")
 
 
+class Arabic(DesktopTest):
+    def test_english_texts_run_from_the_left_also_where_those_of_qt_do_not(self):
+        program = self.start(environment={"LC_ALL": "ar_EG.UTF-8", "LANGUAGE": "ar"})
+        popover = program.open_popover()
+        popover.open_menu()
+        popover.choose("Export as Markdown…")
+        program.view("Export as Markdown")  # Qt's own, in Arabic
+        self.eventually(program.has_popover, False)
+        self.input.key("Escape")
+        self.done("open")
+        popover = program.popover()
+        self.assertLess(popover.find("heading", "Quillo").area[0], popover.find("push button", "More options").area[0])
+
+
 if __name__ == "__main__":
     unittest.main()

@@ -13,9 +13,9 @@
 #include "linux/updates/AppcastUpdater.h"
 #include "support/InMemoryKeyValueStore.h"
 #include "support/SignedReleases.h"
-#include "ui/icons/SymbolImages.h"
 #include "ui/theme/Theme.h"
 #include "ui/windows/KeptWindow.h"
+#include "ui/windows/MakeWindow.h"
 #include "windows/UpdaterController.h"
 
 #include <QApplication>
@@ -66,8 +66,7 @@ int main(int count, char** arguments) {
         preferences, clock, mainExecutor);
     TimerfdTimer timer;
     QQmlEngine engine;
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine.addImageProvider(QString::fromLatin1(SymbolImages::name), new SymbolImages);
+    prepareEngine(engine);
     KeptWindow* shown = nullptr;
     UpdaterController controller({.updater = updater,
                                   .preferences = preferences,

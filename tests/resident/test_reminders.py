@@ -49,6 +49,10 @@ class Missed(ResidentTest):
     def test_five_are_shown_one_by_one(self):
         self.assert_shown_once(*self.add_missed(5))
 
+    def test_of_six_the_latest_five_and_one_for_the_other(self):
+        titles = self.add_missed(6)
+        self.assert_shown_once(*titles[1:], "1 more reminder was due")
+
     def test_of_seven_the_latest_five_and_one_for_the_others(self):
         titles = self.add_missed(7)
         self.assert_shown_once(*titles[2:], "2 more reminders were due")

@@ -1,18 +1,16 @@
 // Every window in every language, and in one that nobody speaks: each text in marks, and longer than in
 // English. It shows what is not translated, put together from pieces, or cut off.
-#include "ListWorld.h"
+#include "PopoverWorld.h"
 #include "support/ManualLoginItem.h"
 #include "support/RecordingHotKeyCenter.h"
-#include "support/RecordingUrlOpener.h"
 #include "support/ScriptedUpdater.h"
 #include "support/SettableAppearance.h"
-#include "ui/icons/SymbolImages.h"
-#include "ui/popover/PopoverModel.h"
 #include "ui/quickadd/QuickAddModel.h"
 #include "ui/settings/SettingsModel.h"
 #include "ui/stats/StatsModel.h"
 #include "ui/theme/Theme.h"
 #include "ui/updates/UpdateModel.h"
+#include "ui/windows/MakeWindow.h"
 
 #include <gmock/gmock.h>
 
@@ -35,7 +33,6 @@ namespace {
 
 using support::numberedId;
 using support::Task;
-using testing::IsEmpty;
 
 constexpr QChar opening(0x27E6);
 constexpr QChar closing(0x27E7);
@@ -82,8 +79,7 @@ protected:
     LanguagesTest() {
         settings.value.set({false, false, true, false, std::nullopt});
         Theme::setInstance(&theme);
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        engine.addImageProvider(QString::fromLatin1(SymbolImages::name), new SymbolImages);
+        prepareEngine(engine);
         if (marking()) {
             translator = std::make_unique<MarkingTranslator>();
         } else {
@@ -175,29 +171,13 @@ protected:
     }
 
     void showPopover() {
-        popover = std::make_unique<PopoverModel>(PopoverModelDependencies{
-            .store = world.store,
-            .setReminder = world.setReminder,
-            .reviewPrompts = reviewPrompts,
-            .feedback = feedback,
-            .notifications = world.notifications,
-            .clock = world.clock,
-            .calendar = world.calendar,
-            .statsStore = [this]() -> StatsStore& { return stats; },
-            .addTask = [](const std::string&) {},
-            .actions = actions,
-        });
+        popover = std::make_unique<PopoverModel>(world.popover());
         show("PopoverWindow.qml", popover.get());
     }
 
     support::SettableAppearance settings;
     Theme theme{settings};
-    support::ListWorld world;
-    ReviewPromptService reviewPrompts{world.preferences, world.notifications, "1.0"};
-    support::RecordingUrlOpener opener;
-    Feedback feedback{opener, {"makers@example.org", "https://example.org/review", "1.0", "7"}};
-    const MenuActions actions;
-    StatsStore stats{{world.preferences, world.clock, world.calendar, world.notifications}};
+    support::PopoverWorld world;
     support::ManualLoginItem loginItem;
     support::RecordingHotKeyCenter hotKeyCenter;
     HotKeyManager hotKeys{world.preferences, hotKeyCenter, world.mainExecutor};
@@ -280,8 +260,8 @@ TEST_P(LanguagesTest, Settings) {
         .store = world.store,
         .loginItem = loginItem,
         .recorder = {hotKeys, hotKeyCenter, [](std::uint32_t) { return std::nullopt; }, [] {}},
-        .statsStore = [this]() -> StatsStore& { return stats; },
-        .actions = actions,
+        .statsStore = [this]() -> StatsStore& { return world.stats; },
+        .actions = world.actions,
         .automaticallyChecksForUpdates = [] { return false; },
         .setAutomaticallyChecksForUpdates = [](bool) {},
         .openUrl = [](const std::string&) {},
@@ -295,7 +275,7 @@ TEST_P(LanguagesTest, Settings) {
 }
 
 TEST_P(LanguagesTest, StatisticsBeforeAnythingIsDone) {
-    StatsModel model(stats);
+    StatsModel model(world.stats);
     show("StatsWindow.qml", &model);
     look();
     window.reset();

@@ -1,6 +1,6 @@
 #include "support/SettableAppearance.h"
-#include "ui/icons/SymbolImages.h"
 #include "ui/theme/Theme.h"
+#include "ui/windows/MakeWindow.h"
 
 #include <gtest/gtest.h>
 
@@ -30,8 +30,7 @@ class MascotTest : public testing::Test {
 protected:
     void SetUp() override {
         Theme::setInstance(&theme);
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        engine.addImageProvider(QLatin1StringView(SymbolImages::name), new SymbolImages);
+        prepareEngine(engine);
         window.resize(200, 200);
     }
     void TearDown() override {

@@ -1,9 +1,7 @@
-#include "ListWorld.h"
-#include "support/RecordingUrlOpener.h"
+#include "PopoverWorld.h"
 #include "support/SettableAppearance.h"
-#include "ui/icons/SymbolImages.h"
-#include "ui/popover/PopoverModel.h"
 #include "ui/theme/Theme.h"
+#include "ui/windows/MakeWindow.h"
 
 #include <gmock/gmock.h>
 
@@ -26,7 +24,6 @@
 namespace quillo {
 namespace {
 
-using support::ListWorld;
 using support::numberedId;
 using support::Task;
 using testing::Contains;
@@ -40,8 +37,7 @@ protected:
         // Without motion: what closes has closed at once.
         settings.value.set({false, false, true, false, std::nullopt});
         Theme::setInstance(&theme);
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        engine.addImageProvider(QString::fromLatin1(SymbolImages::name), new SymbolImages);
+        prepareEngine(engine);
         QObject::connect(&engine, &QQmlEngine::warnings, [this](const QList<QQmlError>& list) {
             for (const QQmlError& error : list)
                 warnings.push_back(error.toString().toStdString());
@@ -53,18 +49,7 @@ protected:
     }
 
     void show() {
-        model = std::make_unique<PopoverModel>(PopoverModelDependencies{
-            .store = world.store,
-            .setReminder = world.setReminder,
-            .reviewPrompts = reviewPrompts,
-            .feedback = feedback,
-            .notifications = world.notifications,
-            .clock = world.clock,
-            .calendar = world.calendar,
-            .statsStore = [this]() -> StatsStore& { return stats; },
-            .addTask = [](const std::string&) {},
-            .actions = actions,
-        });
+        model = std::make_unique<PopoverModel>(world.popover());
         QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillo/PopoverWindow.qml")));
         window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties(
             {{QStringLiteral("model"), QVariant::fromValue(model.get())}})));
@@ -147,12 +132,7 @@ protected:
 
     support::SettableAppearance settings;
     Theme theme{settings};
-    ListWorld world;
-    ReviewPromptService reviewPrompts{world.preferences, world.notifications, "1.0"};
-    support::RecordingUrlOpener opener;
-    MenuActions actions;
-    Feedback feedback{opener, {"makers@example.org", "https://example.org/review", "1.0", "7"}};
-    StatsStore stats{{world.preferences, world.clock, world.calendar, world.notifications}};
+    support::PopoverWorld world;
     std::unique_ptr<PopoverModel> model;
     QQmlEngine engine;
     std::vector<std::string> warnings;
@@ -308,13 +288,13 @@ TEST_F(PopoverViewTest, NothingDoneCannotBeCleared) {
 TEST_F(PopoverViewTest, TheOptionsDoWhatTheySay) {
     std::vector<std::string> done;
     const auto note = [&done](const char* what) { return [&done, what] { done.emplace_back(what); }; };
-    actions = {.quickAdd = note("quick add"),
-               .exportMarkdown = note("Markdown"),
-               .exportJson = note("JSON"),
-               .openStatistics = [&](const std::string&) { done.emplace_back("statistics"); },
-               .openSettings = [&](const std::string&) { done.emplace_back("settings"); },
-               .checkForUpdates = note("updates"),
-               .quit = note("quit")};
+    world.actions = {.quickAdd = note("quick add"),
+                     .exportMarkdown = note("Markdown"),
+                     .exportJson = note("JSON"),
+                     .openStatistics = [&](const std::string&) { done.emplace_back("statistics"); },
+                     .openSettings = [&](const std::string&) { done.emplace_back("settings"); },
+                     .checkForUpdates = note("updates"),
+                     .quit = note("quit")};
     show();
     press(Qt::Key_Backtab, Qt::ShiftModifier);
     for (int line = 0; line < 7; ++line) {

@@ -1,8 +1,8 @@
 #include "ui/quickadd/QuickAddController.h"
 
 #include "support/SettableAppearance.h"
-#include "ui/icons/SymbolImages.h"
 #include "ui/theme/Theme.h"
+#include "ui/windows/MakeWindow.h"
 
 #include <gtest/gtest.h>
 
@@ -30,8 +30,7 @@ protected:
     QQmlEngine& makeEngine() {
         if (!engine) {
             engine = std::make_unique<QQmlEngine>();
-            engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-            engine->addImageProvider(QString::fromLatin1(SymbolImages::name), new SymbolImages);
+            prepareEngine(*engine);
             QObject::connect(engine.get(), &QQmlEngine::warnings, [this](const QList<QQmlError>& list) {
                 for (const QQmlError& error : list)
                     warnings.push_back(error.toString().toStdString());

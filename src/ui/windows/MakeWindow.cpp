@@ -1,12 +1,19 @@
 #include "ui/windows/MakeWindow.h"
 
 #include "base/Log.h"
+#include "ui/icons/SymbolImages.h"
 
 #include <QQmlComponent>
+#include <QQmlEngine>
 #include <QQuickWindow>
 #include <QString>
 
 namespace quillo {
+
+void prepareEngine(QQmlEngine& engine) {
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImageProvider(QString::fromLatin1(SymbolImages::name), new SymbolImages);
+}
 
 std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const QString& file,
                                          const QVariantMap& properties) {
