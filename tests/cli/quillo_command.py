@@ -96,6 +96,7 @@ class Quillo:
             "QUILLO_LANGUAGE_MODEL": "none",
             "TZ": "Europe/Berlin",
             "LC_ALL": "en_US.UTF-8",
+            **{name: os.environ[name] for name in ["ASAN_OPTIONS"] if name in os.environ},
         }
 
     # Who names one of these files is going to touch it, behind the back of every program.

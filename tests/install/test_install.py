@@ -149,8 +149,9 @@ class Installed:
         """What is on the terminal after the line and the tabulator key were typed."""
         with Terminal(["zsh", "-f", "-i"], {**(environment or self.environment()), "PROMPT": "ready> "}) as terminal:
             terminal.wait_for("ready> ")
-            terminal.type(f"cd; fpath=({self.zsh_completion.parent} $fpath); autoload -U compinit; compinit -D -u;"
-                          " print set''up\n")
+            # The folders of zsh are read once only: that takes seconds.
+            terminal.type(f"cd; fpath=({self.zsh_completion.parent} $fpath); autoload -U compinit;"
+                          f" compinit -u -d {self.stage}/zcompdump; print set''up\n")
             terminal.wait_for("setup", "ready> ")
             terminal.type(line + "\t")
             return terminal.wait_for(*expected)

@@ -18,7 +18,7 @@ KeyboardLoss::KeyboardLoss(std::function<bool()> hasKeyboard, std::function<void
 void KeyboardLoss::check() {
     if (hasKeyboard_())
         return;
-    if (sinceShown_.isValid() && !sinceShown_.hasExpired(settling.count()))
+    if (sinceShown_.isValid() && sinceShown_.elapsed() < settling.count())
         QTimer::singleShot(settling, &later_, [this] { check(); });
     else
         lost_();
