@@ -8,7 +8,7 @@ namespace quillo {
 namespace {
 
 /// In the order of the enumeration.
-constexpr std::string_view rawValues[] = {
+constexpr std::string_view all[] = {
     "NONE",
     "TODAY",
     "TONIGHT",
@@ -37,19 +37,23 @@ constexpr std::string_view rawValues[] = {
     "THIS_WEEKEND",
 };
 
-static_assert(std::size(rawValues) == static_cast<std::size_t>(WhenKind::ThisWeekend) + 1);
+static_assert(std::size(all) == static_cast<std::size_t>(WhenKind::ThisWeekend) + 1);
 
 } // namespace
 
 std::string_view rawValueOf(WhenKind kind) {
-    return rawValues[static_cast<std::size_t>(kind)];
+    return all[static_cast<std::size_t>(kind)];
+}
+
+std::span<const std::string_view> rawValues() {
+    return all;
 }
 
 Result<WhenKind> whenKindOf(std::string_view rawValue) {
-    const auto* const found = std::find(std::begin(rawValues), std::end(rawValues), rawValue);
-    if (found == std::end(rawValues))
+    const auto* const found = std::find(std::begin(all), std::end(all), rawValue);
+    if (found == std::end(all))
         return Error{"Unexpected rawValue \"" + std::string(rawValue) + "\""};
-    return static_cast<WhenKind>(found - std::begin(rawValues));
+    return static_cast<WhenKind>(found - std::begin(all));
 }
 
 } // namespace quillo

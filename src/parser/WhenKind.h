@@ -3,6 +3,7 @@
 
 #include "base/Result.h"
 
+#include <span>
 #include <string_view>
 
 namespace quillo {
@@ -39,6 +40,9 @@ enum class WhenKind {
 
 /// The name by which language models and interpretations call a kind: "DAY_AFTER_TOMORROW".
 std::string_view rawValueOf(WhenKind kind);
+
+/// All these names, in the order of the kinds. A constant.
+std::span<const std::string_view> rawValues();
 
 /// The kind of that very name, upper case and all. What is none is foreign and may hold anything; the error
 /// quotes it.

@@ -55,7 +55,7 @@ struct ModelReference {
 };
 
 /// One conversation, which holds one request at most. Belongs to the main thread. Whoever drops it while it
-/// thinks gets no reply.
+/// thinks gets no reply, and does not wait for that.
 class LanguageModelSession {
 public:
     using Reply = std::function<void(Result<GeneratedContent>)>;
@@ -63,7 +63,8 @@ public:
     virtual ~LanguageModelSession() = default;
 
     /// Asks the model to fill in the form about the prompt. Replies once, on the main thread, perhaps before
-    /// the call returns; the reply may drop the session.
+    /// the call returns; the reply may drop the session. Nobody else limits how long that takes: where it may
+    /// take for ever, the session sees to an error in time.
     virtual void respond(std::string_view prompt, AnswerSchema schema, Reply reply) = 0;
 
     /// Has the model get ready, so that the next answer comes sooner. Nobody hears how that went; it goes on

@@ -81,6 +81,11 @@ bool isWellFormed(std::string_view utf8) {
     return true;
 }
 
+std::size_t characterCount(std::string_view utf8) {
+    return static_cast<std::size_t>(
+        std::count_if(utf8.begin(), utf8.end(), [](char byte) { return !U8_IS_TRAIL(byte); }));
+}
+
 bool isWhiteSpace(char32_t character) {
     if (character < 0x80) // OPTIMIZATION: most characters are, and asking ICU is dearer.
         return character == U' ' || (character >= U'\t' && character <= U'\r');

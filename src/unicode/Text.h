@@ -26,6 +26,9 @@ std::string toUtf8(std::u16string_view utf16);
 /// Whether the text is well-formed UTF-8.
 bool isWellFormed(std::string_view utf8);
 
+/// How many characters (code points) well-formed UTF-8 has.
+std::size_t characterCount(std::string_view utf8);
+
 /// Whether a character has the Unicode property White_Space; the same set that \s matches in a pattern.
 bool isWhiteSpace(char32_t character);
 

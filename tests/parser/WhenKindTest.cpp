@@ -51,6 +51,12 @@ TEST(WhenKind, HasARawValueThatNamesIt) {
     }
 }
 
+TEST(WhenKind, ListsItsRawValuesInOrder) {
+    ASSERT_EQ(rawValues().size(), std::size(all));
+    for (std::size_t i = 0; i < std::size(all); ++i)
+        EXPECT_EQ(rawValues()[i], all[i].rawValue);
+}
+
 TEST(WhenKind, IsNamedByNothingElse) {
     for (const std::string foreign :
          {"NEXT_WEEK", "today", "Today", "", " TODAY", "TODAY ", "TODAY,TONIGHT", "TODA", "THIS_", "0", "\"",

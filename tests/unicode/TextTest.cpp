@@ -30,6 +30,11 @@ RC_GTEST_PROP(Text, Utf16AndBackKeepsWellFormedText, (const std::string& bytes))
         RC_ASSERT(wellFormed == bytes);
 }
 
+TEST(Text, CountsCharactersHoweverManyBytesTheyTake) {
+    EXPECT_EQ(characterCount(""), 0u);
+    EXPECT_EQ(characterCount("na\u00efve \u5927 \U0001F438"), 9u);
+}
+
 TEST(Text, TrimsEveryKindOfWhiteSpace) {
     EXPECT_EQ(trim(u" \t\n\u00A0\u2003\u3000 a b \u0085\r\n"), u"a b");
     EXPECT_EQ(trim(u"\u200B a"), u"\u200B a"); // a zero-width space is not white space
