@@ -128,7 +128,7 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
         .hotKeys = [this]() -> HotKeyManager& { return hotKeys(); },
         .quickAdd = [this]() -> QuickAddPlace& { return *quickAdd_; },
         .startUpdater = [this] { startUpdater(); },
-        .prepareLanguageModel = [] {},
+        .prepareLanguageModel = [this] { prepareLanguageModel(); },
         .actions = menuActions_,
     });
     connections_.push_back(application_.staying.connect([this] { delegate_->showStatusItem(); }));
@@ -166,9 +166,14 @@ Outcome Shell::show(control::Show::Window window, const std::string& activationT
 void Shell::startUpdater() {
     // Only who wants it to look by itself needs it before a window, and not in the first seconds.
     if (services_->preferences().boolean(preference_keys::updatesAutomatic).value_or(false))
-        QTimer::singleShot(updaterStartsAfter, &updaterStart_, [this] {
+        QTimer::singleShot(updaterStartsAfter, &later_, [this] {
             withWindows(library_, [](Windows& windows) { windows.startUpdater(); });
         });
+}
+
+void Shell::prepareLanguageModel() {
+    // The launch itself does not need it.
+    QTimer::singleShot(0, &later_, [this] { services_->prewarmLanguageModel(); });
 }
 
 ExportTarget& Shell::exportTarget() {

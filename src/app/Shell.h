@@ -37,6 +37,7 @@ private:
     ExportTarget& exportTarget();
     Outcome show(control::Show::Window window, const std::string& activationToken);
     void startUpdater();
+    void prepareLanguageModel();
 
     Application& application_;
     AppServices* services_ = nullptr; ///< from when the list is there
@@ -51,7 +52,7 @@ private:
     DesktopSavePanel savePanel_;
     std::optional<ExportTarget> exportTarget_;
     WindowsLibrary library_;
-    QObject updaterStart_; ///< what waits for it ends with this
+    QObject later_; ///< what is put off to when the program runs ends with this
     std::unique_ptr<PopoverPlace> popover_;
     std::unique_ptr<QuickAddPlace> quickAdd_;
     std::optional<AppDelegate> delegate_;

@@ -3,6 +3,7 @@
 
 #include "base/Executor.h"
 
+#include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <utility>
@@ -14,6 +15,13 @@ public:
     void post(Work task) override {
         const std::lock_guard lock(mutex_);
         waiting_.push_back(std::move(task));
+        posted_.notify_one(); // Under the lock: whoever waits may drop this right away.
+    }
+
+    /// Returns once something waits to be run: only for who knows that something will.
+    void wait() {
+        std::unique_lock lock(mutex_);
+        posted_.wait(lock, [this] { return !waiting_.empty(); });
     }
 
     /// Runs on the calling thread what was posted before the call, and what that posts. Not from within a
@@ -34,6 +42,7 @@ private:
     }
 
     std::mutex mutex_;
+    std::condition_variable posted_;
     std::deque<Work> waiting_;
 };
 

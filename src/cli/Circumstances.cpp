@@ -6,11 +6,11 @@
 
 namespace quillo::cli {
 
-Result<Circumstances> circumstancesOf(const Arguments& arguments, const std::string& locale) {
+Result<Circumstances> circumstancesOf(const Arguments& arguments, const std::string& locale, Places& places) {
     const std::string givenZone = arguments.value("time-zone").value_or("");
     const std::string givenLocale = arguments.value("locale").value_or("");
     const std::string zone = givenZone.empty() ? unicode::systemTimeZone() : givenZone;
-    const auto place = Place::create(zone, givenLocale.empty() ? locale : givenLocale);
+    const auto place = places.at(zone, givenLocale.empty() ? locale : givenLocale);
     if (!place)
         return place.error();
 

@@ -18,7 +18,7 @@ struct Circumstances {
 };
 
 /// By the options --now, --time-zone and --locale; without them it is now, in the zone of the system, in
-/// `locale`. An option that cannot be understood is an error.
-Result<Circumstances> circumstancesOf(const Arguments& arguments, const std::string& locale);
+/// `locale`. An option that cannot be understood is an error. The place is one of `places`.
+Result<Circumstances> circumstancesOf(const Arguments& arguments, const std::string& locale, Places& places);
 
 } // namespace quillo::cli

@@ -49,9 +49,8 @@ Result<std::string> answer(const JsonMembers& line, Places& places, const Circum
 } // namespace
 
 Result<bool> answerJsonLines(std::FILE* input, std::FILE* output, const Circumstances& circumstances,
-                             const JsonQuestion& question) {
+                             Places& places, const JsonQuestion& question) {
     LineReader lines(input);
-    Places places;
     bool allRead = true;
     for (std::string line; lines.next(line);) {
         if (line.find_first_not_of(" \t\r") == std::string::npos && !lines.tooLong())

@@ -8,11 +8,12 @@ namespace quillo::cli {
 
 namespace {
 
-Result<std::string> understanding(const JsonMember& question, Instant now, const Place& place) {
+Result<std::string> understanding(const BlockingParser& parser, const JsonMember& question, Instant now,
+                                  const Place& place) {
     const Result<std::string> text = textOf(question, "text", {});
     if (!text)
         return text.error();
-    return membersOf(place.parser().parse(*text, now), *text, nullptr);
+    return membersOf(parser.parse(place, *text, now), *text, nullptr);
 }
 
 Result<std::string> resolution(const JsonMember& question, Instant now, const Place& place) {
@@ -24,7 +25,14 @@ Result<std::string> resolution(const JsonMember& question, Instant now, const Pl
 
 } // namespace
 
-const JsonQuestion textQuestion{"text", understanding};
-const JsonQuestion classificationQuestion{"classification", resolution};
+JsonQuestion textQuestion(const BlockingParser& parser) {
+    return {"text", [&parser](const JsonMember& question, Instant now, const Place& place) {
+                return understanding(parser, question, now, place);
+            }};
+}
+
+JsonQuestion classificationQuestion() {
+    return {"classification", resolution};
+}
 
 } // namespace quillo::cli

@@ -47,18 +47,17 @@ Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& fold
 
 Session::Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
                  std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
-    : lock_(std::move(lock)), preferences_(std::move(preferences)), backups_(folder, clock_),
-      calendar_(std::move(calendar)),
-      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_}) {}
+    : lock_(std::move(lock)), preferences_(std::move(preferences)),
+      languageModel_(nullptr), // There is none yet; and who only looks will need none.
+      backups_(folder, clock_), calendar_(std::move(calendar)),
+      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_,
+                             languageModel_.get()}) {}
 
 control::Answer Session::answer(const control::Request& request) {
     std::optional<control::Answer> answer;
     services_.commands().answer(request, [&](const control::Answer& given) { answer = given; });
-    while (!answer) { // It waits for the disk.
-        if (const Outcome saved = services_.drain(); !saved) {
-            preferences_->discard();
-            return saved.error();
-        }
+    while (!answer) { // It waits for the disk, or for a language model.
+        mainExecutor_.wait();
         mainExecutor_.run();
     }
     if (*answer) {

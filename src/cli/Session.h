@@ -7,6 +7,7 @@
 #include "control/Answer.h"
 #include "control/Request.h"
 #include "entry/Services.h"
+#include "ports/LanguageModel.h"
 #include "sqlite/PreferencesLock.h"
 #include "sqlite/SqlitePreferences.h"
 #include "store/Backups.h"
@@ -32,7 +33,7 @@ public:
     bool listIsDamaged() { return services_.todoStore().beganDamaged(); }
     StatsStore& statsStore() { return services_.statsStore(); }
 
-    /// Does what is asked, and answers when that is on disk.
+    /// Does what is asked, and answers when that is on disk. Waits, for a language model too.
     control::Answer answer(const control::Request& request);
 
 private:
@@ -50,6 +51,7 @@ private:
     SystemClock clock_;
     UnsetCloudStore cloud_;
     ManualExecutor mainExecutor_;
+    std::unique_ptr<LanguageModel> languageModel_; ///< none where the rules are all there is
     Backups backups_;
     unicode::CivilCalendar calendar_;
     Services services_;

@@ -16,7 +16,8 @@ namespace quillo::cli {
 std::string dueAsJson(const std::optional<Instant>& due);
 
 /// The members {"hint":…,"title":…,"due":…,"interpretation":…,"path":…} as JSON text without the braces; with
-/// a trace, "trace":[{"family":…,"rule":…,"start":…,"end":…,"text":…}] at the end.
+/// a trace, at the end "trace":[{"family":…,"rule":…,"start":…,"end":…,"text":…}] and, where a model
+/// answered, "classification":{…}, in the form that `quillo resolve` reads, and "score":… if it gave one.
 std::string membersOf(const Parse& parse, std::string_view text, const Trace* trace);
 
 /// The same for people.

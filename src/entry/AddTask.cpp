@@ -1,39 +1,59 @@
 #include "entry/AddTask.h"
 
+#include <utility>
+
 namespace quillo {
 
-std::optional<TodoItem> AddTask::add(std::string_view text, const ParserService& parser) {
+void AddTask::add(std::string_view text, const std::shared_ptr<const Place>& place, Added added) {
     const Instant now = clock_.now();
-    ParsedTask parsed = parser.parse(text, now).task;
-    if (parsed.title.empty())
-        return std::nullopt;
-    const auto task = std::make_shared<TodoItem>();
-    task->id = Uuid::random();
-    task->title = std::move(parsed.title);
-    task->dueDate = parsed.dueDate;
-    task->createdAt = now;
+    const auto entry = std::make_shared<Entry>();
+    entry->task.id = Uuid::random();
+    entry->task.createdAt = now;
+    entry->added = std::move(added);
+    waiting_.push_back(entry);
+    // The place is kept until the reply.
+    entry->parse =
+        place->parser().parse(text, now, [this, place, weak = std::weak_ptr(entry)](const Parse& parse) {
+            if (const auto understoodEntry = weak.lock())
+                understood(understoodEntry, parse.task);
+        });
+}
 
-    waiting_.push_back(task);
-    if (task->dueDate) {
-        reminders_.schedule(*task, scope_.guard([this, task](std::optional<std::string> identifier) {
-            task->notificationID = std::move(identifier);
-            keep(task);
-        }));
-    } else {
-        keep(task);
+void AddTask::understood(const std::shared_ptr<Entry>& entry, const ParsedTask& parsed) {
+    const std::unique_ptr<PendingParse> ended = std::move(entry->parse);
+    if (parsed.title.empty()) {
+        std::erase(waiting_, entry);
+        entry->added(std::nullopt);
+        return;
     }
-    return *task;
+    entry->task.title = parsed.title;
+    entry->task.dueDate = parsed.dueDate;
+    if (!parsed.dueDate) {
+        keep(entry);
+        return;
+    }
+    reminders_.schedule(entry->task, scope_.guard([this, entry](std::optional<std::string> identifier) {
+        entry->task.notificationID = std::move(identifier);
+        keep(entry);
+    }));
 }
 
 void AddTask::addWaiting() {
-    while (!waiting_.empty())
-        keep(std::shared_ptr(waiting_.front()));
+    while (!waiting_.empty()) {
+        const std::shared_ptr<Entry> entry = waiting_.front();
+        if (entry->parse)
+            entry->parse->giveUp();
+        else
+            keep(entry);
+    }
 }
 
 /// Puts the task on the list, unless it is there.
-void AddTask::keep(const std::shared_ptr<TodoItem>& task) {
-    if (std::erase(waiting_, task) > 0)
-        store_.add(*task);
+void AddTask::keep(const std::shared_ptr<Entry>& entry) {
+    if (std::erase(waiting_, entry) > 0) {
+        store_.add(entry->task);
+        entry->added(entry->task);
+    }
 }
 
 } // namespace quillo

@@ -14,7 +14,8 @@ Services::Services(const Surroundings& surroundings)
                                        notifications_, with_.mainExecutor, &with_.backups}),
       addTask_(with_.clock, todoStore_, notificationManager_),
       setReminder_(todoStore_, reminderBook_, notificationManager_),
-      commands_(TaskCommandsDependencies{with_.clock, todoStore_, addTask_, setReminder_}) {
+      commands_(
+          TaskCommandsDependencies{with_.clock, todoStore_, addTask_, setReminder_, with_.languageModel}) {
     todoStore_.addCompletionListener([this](const TodoItem& item, Instant completedAt) {
         statsStore().recordCompletion(item, completedAt);
     });
@@ -29,6 +30,11 @@ StatsStore& Services::statsStore() {
                                                        return with_.backups.keepDamaged(key, bytes);
                                                    }});
     return *statsStore_;
+}
+
+void Services::giveUpWaiting() {
+    addTask_.addWaiting();
+    commands_.giveUpWaiting();
 }
 
 Outcome Services::drain() {

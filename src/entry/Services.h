@@ -10,6 +10,7 @@
 #include "entry/SetReminder.h"
 #include "entry/TaskCommands.h"
 #include "ports/CloudStore.h"
+#include "ports/LanguageModel.h"
 #include "ports/Preferences.h"
 #include "reminders/NotificationManager.h"
 #include "reminders/ReminderBook.h"
@@ -32,6 +33,7 @@ struct Surroundings {
     const unicode::CivilCalendar& calendar; ///< where the user lives; its owner may assign it another zone
     Executor& mainExecutor;
     Backups& backups;
+    LanguageModel* languageModel = nullptr; ///< asked about texts that the rules cannot date; may be none
 };
 
 /// One a process. Belongs to the main thread. Going, it waits until all that was changed has been handed to
@@ -50,6 +52,10 @@ public:
 
     /// Made, and its statistics read, on first use.
     StatsStore& statsStore();
+
+    /// Ends whatever waits for the language model, or for the permission to remind, as if there were neither:
+    /// what was typed is on the list then, and who asked for it has been told.
+    void giveUpWaiting();
 
     /// Returns when everything changed before the call has been handed to the preferences. An error if the
     /// list could not be.

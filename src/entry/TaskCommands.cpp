@@ -63,15 +63,17 @@ void TaskCommands::answer(const control::Request& request, Reply reply) {
     }
     struct Visitor {
         TaskCommands& commands;
-        const Place& place;
+        const std::shared_ptr<const Place>& place;
         Reply& reply;
 
-        void operator()(const control::Add& add) const { reply(commands.apply(add, place)); }
+        void operator()(const control::Add& add) const { commands.apply(add, place, std::move(reply)); }
         void operator()(const control::SetDone& set) const { reply(commands.apply(set)); }
         void operator()(const control::Edit& edit) const { reply(commands.apply(edit)); }
         void operator()(const control::Delete& remove) const { reply(commands.apply(remove)); }
         void operator()(const control::ClearCompleted&) const { reply(commands.clearCompleted()); }
-        void operator()(const control::Remind& remind) const { reply(commands.apply(remind, place)); }
+        void operator()(const control::Remind& remind) const {
+            commands.apply(remind, place, std::move(reply));
+        }
         void operator()(const control::Restore& restore) const {
             commands.with_.store.restoreEarlier(
                 restore.which, [reply = std::move(reply)](const Outcome& outcome) {
@@ -81,7 +83,7 @@ void TaskCommands::answer(const control::Request& request, Reply reply) {
         void operator()(const control::Show&) const { reply(Error{"there is no screen"}); }
         void operator()(const control::Quit&) const { reply(Error{"there is nothing that could quit"}); }
     };
-    std::visit(Visitor{*this, **place, reply}, request.command);
+    std::visit(Visitor{*this, *place, reply}, request.command);
 }
 
 NumberedItem TaskCommands::numbered(std::size_t index) const {
@@ -111,11 +113,10 @@ Result<NumberedItem> TaskCommands::find(std::string_view task) const {
     return numbered(found.front());
 }
 
-Answer TaskCommands::apply(const control::Add& add, const Place& place) {
-    std::optional<TodoItem> item = with_.addTask.add(add.text, place.parser());
-    if (!item)
-        return noText;
-    return about({1, std::move(*item)});
+void TaskCommands::apply(const control::Add& add, const std::shared_ptr<const Place>& place, Reply reply) {
+    with_.addTask.add(add.text, place, [reply = std::move(reply)](const std::optional<TodoItem>& item) {
+        reply(item ? about({1, *item}) : noText);
+    });
 }
 
 Answer TaskCommands::apply(const control::SetDone& set) {
@@ -166,19 +167,46 @@ Answer TaskCommands::clearCompleted() {
     return done;
 }
 
-Answer TaskCommands::apply(const control::Remind& remind, const Place& place) {
-    std::optional<Instant> dueDate;
-    if (!remind.when.empty()) {
-        dueDate = place.parser().parse(remind.when, with_.clock.now()).task.dueDate;
-        if (!dueDate)
-            return Error{"there is no date in \"" + remind.when + "\""};
-    }
+void TaskCommands::apply(const control::Remind& remind, const std::shared_ptr<const Place>& place,
+                         Reply reply) {
+    // Now: by the time of an answer its number may be another's.
     const Result<NumberedItem> found = find(remind.task);
-    if (!found)
-        return found.error();
-    if (dueDate || found->item.dueDate || found->item.notificationID)
-        with_.setReminder.set(found->item.id, dueDate);
-    return about(numbered(found->number - 1));
+    if (!found) {
+        reply(found.error());
+        return;
+    }
+    const Uuid task = found->item.id;
+    if (remind.when.empty()) {
+        reply(setDueDate(task, std::nullopt));
+        return;
+    }
+    const auto entry = waiting_.emplace(waiting_.end());
+    // The place is kept until the reply.
+    auto parse = place->parser().parse(
+        remind.when, with_.clock.now(),
+        [this, place, entry, task, when = remind.when, reply = std::move(reply)](const Parse& parsed) {
+            const std::unique_ptr<PendingParse> ended = std::move(*entry);
+            waiting_.erase(entry);
+            reply(parsed.task.dueDate ? setDueDate(task, parsed.task.dueDate)
+                                      : Error{"there is no date in \"" + when + "\""});
+        });
+    if (parse)
+        *entry = std::move(parse);
+}
+
+void TaskCommands::giveUpWaiting() {
+    while (!waiting_.empty())
+        waiting_.front()->giveUp();
+}
+
+Answer TaskCommands::setDueDate(const Uuid& task, std::optional<Instant> dueDate) {
+    const std::optional<std::size_t> index = with_.store.indexOf(task);
+    if (!index)
+        return Error{"the task is gone"};
+    const TodoItem& item = with_.store.items()[*index];
+    if (dueDate || item.dueDate || item.notificationID)
+        with_.setReminder.set(task, dueDate);
+    return about(numbered(*index));
 }
 
 } // namespace quillo

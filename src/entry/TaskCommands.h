@@ -10,9 +10,14 @@
 #include "entry/AddTask.h"
 #include "entry/Place.h"
 #include "entry/SetReminder.h"
+#include "parser/ParserService.h"
+#include "ports/LanguageModel.h"
 #include "store/TodoStore.h"
 
 #include <functional>
+#include <list>
+#include <memory>
+#include <optional>
 #include <string_view>
 
 namespace quillo {
@@ -23,6 +28,7 @@ struct TaskCommandsDependencies {
     TodoStore& store;
     AddTask& addTask;
     SetReminder& setReminder;
+    LanguageModel* languageModel = nullptr; ///< asked about texts that the rules cannot date
 };
 
 /// Belongs to the main thread. Errors are for the user's eyes.
@@ -30,27 +36,37 @@ class TaskCommands {
 public:
     using Reply = std::function<void(const control::Answer&)>;
 
-    explicit TaskCommands(const TaskCommandsDependencies& dependencies) : with_(dependencies) {}
+    explicit TaskCommands(const TaskCommandsDependencies& dependencies)
+        : with_(dependencies), places_(with_.languageModel) {}
 
     /// Does what is asked and replies once with the tasks it was about: at once, except for `restore`, which
-    /// waits for the disk. What was changed is in memory then and may still have to be saved.
+    /// waits for the disk, and for `add` and `remind`, where a language model may think about the text. What
+    /// was changed is in memory then and may still have to be saved. Never replies after this is gone.
     ///
     /// A task that is as it is to become is left alone. Where there is nothing to clear nothing is written.
     void answer(const control::Request& request, Reply reply);
 
+    /// Replies to each `remind` for which a model still thinks, as if none answered. What was asked to be
+    /// added is AddTask's to end.
+    void giveUpWaiting();
+
 private:
-    control::Answer apply(const control::Add& add, const Place& place);
+    using WaitingParses = std::list<std::unique_ptr<PendingParse>>;
+
+    void apply(const control::Add& add, const std::shared_ptr<const Place>& place, Reply reply);
     control::Answer apply(const control::SetDone& set);
     control::Answer apply(const control::Edit& edit);
     control::Answer apply(const control::Delete& remove);
     control::Answer clearCompleted();
-    control::Answer apply(const control::Remind& remind, const Place& place);
+    void apply(const control::Remind& remind, const std::shared_ptr<const Place>& place, Reply reply);
+    control::Answer setDueDate(const Uuid& task, std::optional<Instant> dueDate);
 
     Result<control::NumberedItem> find(std::string_view task) const;
     control::NumberedItem numbered(std::size_t index) const;
 
     const TaskCommandsDependencies with_;
     Places places_;
+    WaitingParses waiting_; ///< of what reminders are to be set to, in the order in which they were asked for
 };
 
 } // namespace quillo

@@ -57,9 +57,11 @@ Result<std::unique_ptr<AppServices>> AppServices::open(const std::filesystem::pa
 
 AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lock,
                          std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
-    : lock_(std::move(lock)), preferences_(std::move(preferences)), backups_(folder, clock_),
-      calendar_(std::move(calendar)),
-      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_}),
+    : lock_(std::move(lock)), preferences_(std::move(preferences)),
+      languageModel_(nullptr), // There is none yet.
+      backups_(folder, clock_), calendar_(std::move(calendar)),
+      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_,
+                             languageModel_.get()}),
       desktopNotifications_(product::desktopFile),
       alignment_(ReminderAlignmentDependencies{services_.todoStore(), services_.reminderBook(), clock_,
                                                calendar_, mainExecutor_}),
@@ -108,14 +110,21 @@ control::Answer AppServices::show(const control::Show& what) const {
 void AppServices::addTask(const std::string& text) {
     // The zone is one that is known already.
     if (const auto place = places_.at(calendar_.zone(), calendar_.locale()))
-        services_.addTask().add(text, (*place)->parser());
+        services_.addTask().add(text, *place);
+}
+
+void AppServices::prewarmLanguageModel() {
+    if (!languageModel_)
+        return;
+    if (const auto place = places_.at(calendar_.zone(), calendar_.locale()))
+        (*place)->parser().prewarm(clock_.now());
 }
 
 void AppServices::stop(const std::function<void()>& done) {
     desktopNotifications_.stop();
     if (server_)
         server_->stop();
-    services_.addTask().addWaiting(); // Also what the server has just handed over.
+    services_.giveUpWaiting(); // Also what the server has just handed over.
     if (!busy()) {
         done();
         return;

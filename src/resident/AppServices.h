@@ -14,6 +14,7 @@
 #include "linux/MainThreadExecutor.h"
 #include "linux/TimeZoneWatch.h"
 #include "linux/TimerfdTimer.h"
+#include "ports/LanguageModel.h"
 #include "reminders/ReminderDelivery.h"
 #include "sqlite/PreferencesLock.h"
 #include "sqlite/SqlitePreferences.h"
@@ -55,11 +56,15 @@ public:
     /// Where the user lives. Stays the same object when the system's time zone changes.
     const unicode::CivilCalendar& calendar() const { return calendar_; }
 
-    /// Puts the task on the list that the text speaks of, as typed here and now.
+    /// Puts the task on the list that the text speaks of, as typed here and now; later, where a language
+    /// model thinks about it.
     void addTask(const std::string& text);
 
-    /// Takes no more commands, shows no more reminders, and calls `done` when what had begun is done, or that
-    /// takes too long.
+    /// Has the language model get ready for the first text, if there is one. Does not wait.
+    void prewarmLanguageModel();
+
+    /// Takes no more commands, shows no more reminders, waits for no language model any more, and calls
+    /// `done` when what had begun is done, or that takes too long.
     void stop(const std::function<void()>& done);
 
 private:
@@ -77,11 +82,12 @@ private:
     SystemClock clock_;
     UnsetCloudStore cloud_;
     MainThreadExecutor mainExecutor_;
+    std::unique_ptr<LanguageModel> languageModel_; ///< none where the rules are all there is
     Backups backups_;
     unicode::CivilCalendar calendar_;
     SerialQueue commits_{"Quillo.Commits"};
     Services services_;
-    Places places_;
+    Places places_{languageModel_.get()};
     std::function<Outcome(control::Show::Window)> show_;
     TimerfdTimer timer_;
     DesktopNotifications desktopNotifications_;

@@ -17,8 +17,7 @@ namespace {
 
 struct AddTaskReminderTest : testing::Test {
     unicode::CivilCalendar calendar = *unicode::CivilCalendar::create("Europe/Berlin", "en_US");
-    unicode::DateFormat format{"Europe/Berlin", "en_US"};
-    ParserService parser{calendar, format};
+    std::shared_ptr<const Place> place = *Place::create("Europe/Berlin", "en_US");
     support::FixedClock clock;
     support::InMemoryPreferences preferences;
     support::InMemoryCloudStore cloud;
@@ -29,6 +28,13 @@ struct AddTaskReminderTest : testing::Test {
     NotificationManager manager{center, clock, calendar};
     std::optional<AddTask> addTask{std::in_place, clock, store, manager};
 
+    /// The task that is on the list once this returns.
+    std::optional<TodoItem> add(std::string_view text) {
+        std::optional<TodoItem> added;
+        addTask->add(text, place, [&](const std::optional<TodoItem>& item) { added = item; });
+        EXPECT_TRUE(added);
+        return added;
+    }
     std::vector<std::string> titles() const { return support::titles(store.items()); }
 };
 
@@ -37,7 +43,7 @@ TEST_F(AddTaskReminderTest, ATaskIsAddedWithItsReminder) {
     const Connection connection = store.observeList([&](const ListChange& change) {
         hadReminder.push_back(store.items()[change.index].notificationID.has_value());
     });
-    const auto item = addTask->add("Email Sam in 2 hours", parser);
+    const auto item = add("Email Sam in 2 hours");
     ASSERT_TRUE(item);
     EXPECT_EQ(item->notificationID, reminderIdentifier(item->id));
     EXPECT_EQ(store.items()[0], *item);
@@ -49,7 +55,7 @@ TEST_F(AddTaskReminderTest, ATaskIsAddedWithItsReminder) {
 }
 
 TEST_F(AddTaskReminderTest, ATaskWithoutDateAsksForNothing) {
-    const auto item = addTask->add("Buy milk", parser);
+    const auto item = add("Buy milk");
     EXPECT_EQ(item->notificationID, std::nullopt);
     EXPECT_EQ(center.statusQueries, 0);
     EXPECT_EQ(store.items()[0], *item);
@@ -57,31 +63,32 @@ TEST_F(AddTaskReminderTest, ATaskWithoutDateAsksForNothing) {
 
 TEST_F(AddTaskReminderTest, ATaskIsAddedAlsoWhereItCannotBeRemindedOf) {
     center.status = ReminderAuthorization::denied;
-    EXPECT_EQ(addTask->add("Call mom tomorrow", parser)->notificationID, std::nullopt);
+    EXPECT_EQ(add("Call mom tomorrow")->notificationID, std::nullopt);
     center.status = ReminderAuthorization::authorized;
     center.addOutcome = Error{"full"};
-    EXPECT_EQ(addTask->add("Call dad tomorrow", parser)->notificationID, std::nullopt);
+    EXPECT_EQ(add("Call dad tomorrow")->notificationID, std::nullopt);
     EXPECT_EQ(titles(), (std::vector<std::string>{"Call dad", "Call mom"}));
 }
 
 TEST_F(AddTaskReminderTest, ATaskWaitsForThePermission) {
     center.status = ReminderAuthorization::notDetermined;
     center.hold();
-    const auto item = addTask->add("Call mom tomorrow", parser);
-    ASSERT_TRUE(item);
-    addTask->add("Buy milk", parser);
+    std::optional<TodoItem> added;
+    addTask->add("Call mom tomorrow", place, [&](const std::optional<TodoItem>& item) { added = item; });
+    EXPECT_FALSE(added);
+    add("Buy milk");
     EXPECT_EQ(titles(), std::vector<std::string>{"Buy milk"});
     while (center.step()) {
     }
     EXPECT_EQ(titles(), (std::vector<std::string>{"Call mom", "Buy milk"}));
-    EXPECT_EQ(store.items()[0].id, item->id);
-    EXPECT_EQ(store.items()[0].notificationID, reminderIdentifier(item->id));
+    EXPECT_EQ(added, store.items()[0]);
+    EXPECT_EQ(added->notificationID, reminderIdentifier(added->id));
 }
 
 TEST_F(AddTaskReminderTest, WhatStillWaitsCanBeAddedAtOnce) {
     center.hold();
-    addTask->add("Call mom tomorrow", parser);
-    addTask->add("Call dad tomorrow", parser);
+    addTask->add("Call mom tomorrow", place);
+    addTask->add("Call dad tomorrow", place);
     addTask->addWaiting();
     EXPECT_EQ(titles(), (std::vector<std::string>{"Call dad", "Call mom"}));
     EXPECT_EQ(store.items()[0].notificationID, std::nullopt);
@@ -94,7 +101,7 @@ TEST_F(AddTaskReminderTest, WhatStillWaitsCanBeAddedAtOnce) {
 
 TEST_F(AddTaskReminderTest, NothingIsAddedOnceItIsGone) {
     center.hold();
-    addTask->add("Call mom tomorrow", parser);
+    addTask->add("Call mom tomorrow", place);
     addTask.reset();
     while (center.step()) {
     }

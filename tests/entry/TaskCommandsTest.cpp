@@ -48,8 +48,7 @@ struct Commands {
 /// The list and its commands over in-memory twins, in Berlin on Tuesday, 4 March 2025, 10:41:00.25.
 struct Desk {
     unicode::CivilCalendar calendar = *unicode::CivilCalendar::create("Europe/Berlin", "en_US");
-    unicode::DateFormat format{"Europe/Berlin", "en_US"};
-    ParserService parser{calendar, format};
+    std::shared_ptr<const Place> place = *Place::create("Europe/Berlin", "en_US");
     support::FixedClock clock;
     support::InMemoryPreferences preferences;
     support::InMemoryCloudStore cloud;
@@ -60,7 +59,11 @@ struct Desk {
     TodoStore& store = services.todoStore();
     Commands commands{services.commands()};
 
-    std::optional<TodoItem> add(std::string_view text) { return services.addTask().add(text, parser); }
+    std::optional<TodoItem> add(std::string_view text) {
+        std::optional<TodoItem> added;
+        services.addTask().add(text, place, [&](const std::optional<TodoItem>& item) { added = item; });
+        return added;
+    }
     std::vector<std::string> titles() const { return support::titles(store.items()); }
     double stamp() const { return store.lastLocalStamp().get(); }
 };

@@ -1,6 +1,7 @@
 /// Whatever comes in, each line that is not blank gets one answer to each kind of question, and each answer
 /// is a line of JSON text.
 #include "base/Log.h"
+#include "base/ManualExecutor.h"
 #include "cli/JsonLines.h"
 #include "entry/Place.h"
 
@@ -34,13 +35,14 @@ std::size_t linesThatAreNotBlank(const std::string& input) {
 }
 
 void ask(const quillo::cli::JsonQuestion& question, const std::string& input) {
-    static const auto place = quillo::Place::create("UTC", "en_US");
+    static quillo::Places places;
+    static const auto place = places.at("UTC", "en_US");
     std::FILE* in = fmemopen(const_cast<char*>(input.data()), input.size(), "r");
     char* answers = nullptr;
     std::size_t length = 0;
     std::FILE* out = open_memstream(&answers, &length);
     (void)quillo::cli::answerJsonLines(
-        in, out, {[] { return quillo::Instant::fromUnixSeconds(1741496400.5); }, *place}, question);
+        in, out, {[] { return quillo::Instant::fromUnixSeconds(1741496400.5); }, *place}, places, question);
     std::fclose(in);
     std::fclose(out);
 
@@ -65,7 +67,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     quillo::setLogSink([](std::string_view) {});
     const std::string input(reinterpret_cast<const char*>(data), size);
-    ask(quillo::cli::textQuestion, input);
-    ask(quillo::cli::classificationQuestion, input);
+    static quillo::ManualExecutor mainExecutor;
+    static const quillo::cli::BlockingParser parser(mainExecutor);
+    ask(quillo::cli::textQuestion(parser), input);
+    ask(quillo::cli::classificationQuestion(), input);
     return 0;
 }

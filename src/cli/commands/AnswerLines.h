@@ -7,8 +7,8 @@
 
 namespace quillo::cli {
 
-/// Answers the lines of standard input on standard output. Fails where one could not be read, after answering
-/// the rest.
-ExitCode answerStandardInput(const Arguments& arguments, const JsonQuestion& question);
+/// Answers the lines of standard input on standard output, at places of `places`. Fails where one could not
+/// be read, after answering the rest.
+ExitCode answerStandardInput(const Arguments& arguments, Places& places, const JsonQuestion& question);
 
 } // namespace quillo::cli

@@ -4,7 +4,8 @@
 namespace quillo::cli {
 
 ExitCode resolve(const Arguments& arguments) {
-    return answerStandardInput(arguments, classificationQuestion);
+    Places places;
+    return answerStandardInput(arguments, places, classificationQuestion());
 }
 
 } // namespace quillo::cli
