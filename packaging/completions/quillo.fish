@@ -74,7 +74,7 @@ complete -c quillo -n '__fish_seen_subcommand_from parse' -l now -x -d 'When the
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l time-zone -x -d 'Where it was typed'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l locale -x -d 'The language of the answer'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l json -d 'Print JSON'
-complete -c quillo -n '__fish_seen_subcommand_from parse' -l trace -d 'Show which rules matched'
+complete -c quillo -n '__fish_seen_subcommand_from parse' -l trace -d 'Show which rules matched, and what a language model said'
 complete -c quillo -n '__fish_seen_subcommand_from parse' -l jsonl -d 'Read and answer lines of JSON'
 complete -c quillo -n '__fish_seen_subcommand_from resolve' -l now -x -d 'When the texts were typed'
 complete -c quillo -n '__fish_seen_subcommand_from resolve' -l time-zone -x -d 'Where they were typed'

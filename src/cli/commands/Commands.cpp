@@ -128,7 +128,7 @@ const Command all[] = {
                  {"time-zone", "there, for example Europe/Berlin", "ZONE"},
                  {"locale", "and in that language, for example en_US", "LOCALE"},
                  {"json", "prints what was understood as JSON"},
-                 {"trace", "shows which rules matched"},
+                 {"trace", "shows which rules matched, and what a language model said"},
                  {"jsonl", "reads a JSON object a line from standard input and answers each with one"}},
      .mostWords = any,
      .objection = objectionToParse,
