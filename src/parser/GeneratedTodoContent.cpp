@@ -3,8 +3,10 @@
 #include "unicode/Text.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 namespace quillo {

@@ -6,8 +6,11 @@
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quillo {
 namespace {

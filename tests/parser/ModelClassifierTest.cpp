@@ -7,6 +7,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>

@@ -4,6 +4,7 @@
 #include "ports/LanguageModel.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
