@@ -1,0 +1,202 @@
+"""Texts that look as if they spoke of time and do not: made ones, and lines of real English."""
+
+import re
+import subprocess
+
+from titles import DO, PEOPLE, PLACES, TRAPS, TRAP_TASKS, VERBS
+
+DATED = re.compile(
+    r"\b(now|today|tomorrow|tonight|yesterday|mondays?|tuesdays?|wednesdays?|thursdays?|fridays?|saturdays?|sundays?|noon|midnight|o'clock|a\.m|p\.m|"
+    r"(in the|this|every|each|by) (morning|afternoon|evening)|at night|weekend|next (week|month|year)|christmas|thanksgiving|new year|"
+    r"from now|end of (the|this|next) (day|week|month|year)|end of \w*(january|february|march|april|may|june|july|august|september|october|november|december))\b|"
+    r"\b\d{1,2}(st|nd|rd|th)?( of)? (jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec)|\b(jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec)\w* \d|"
+    r"\b(early|late|mid|middle of|in|since|by|until|before|on) (january|february|march|april|may|june|july|august|september|october|november|december)\b|\b(in|within|after|for) [\w' ]{0,24}\b(minute|hour|day|week|month|year)s?\b|"
+    r"\b\d+ ?[ap]m\b|\bat \d|\b\d{1,2}/\d{1,2}\b|\baround \d{1,2}$|\bat (one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)\b",
+    re.I,
+)
+
+
+def wordnet_lines(folder="/usr/share/wordnet"):
+    """The definitions and examples of WordNet, without what speaks of a date."""
+    lines = set()
+    for part in "noun", "verb", "adj", "adv":
+        with open(f"{folder}/data.{part}", encoding="utf-8", errors="replace") as data:
+            for line in data:
+                if line.startswith("  ") or "|" not in line:
+                    continue
+                gloss = line.split("|", 1)[1].strip()
+                lines.update(example.strip() for example in re.findall(r'"([^"]+)"', gloss))
+                lines.update(sense.strip(" ;.-") for sense in re.sub(r'"[^"]*"', "", gloss).split(";"))
+    return sorted(line for line in lines if 8 < len(line) < 160 and not DATED.search(line))
+
+
+def package_lines():
+    """The short and long descriptions of Debian's packages, sentence by sentence."""
+    text = subprocess.run(["apt-cache", "dumpavail"], stdout=subprocess.PIPE, check=True).stdout.decode(
+        "utf-8", "replace"
+    )
+    lines = set()
+    for paragraph in re.findall(r"^Description(?:-en)?: (.*(?:\n .*)*)", text, re.M):
+        for sentence in re.split(r"(?<=[.;:])\s+|\n \.\n", re.sub(r"\n (?!\.)", " ", paragraph)):
+            sentence = sentence.strip(" .*-")
+            if 12 < len(sentence) < 160 and not DATED.search(sentence):
+                lines.add(sentence)
+    return sorted(lines)
+
+
+class Negatives:
+    def __init__(self, rng, titles, real):
+        self.r, self.titles, self.real = rng, titles, real
+
+    def made(self):
+        r, t = self.r, self.titles
+        n = lambda lo=1, hi=40: r.randrange(lo, hi)
+        thing, noun = t.thing, lambda: r.choice(t.nouns)
+        months = [
+            "january",
+            "february",
+            "march",
+            "april",
+            "may",
+            "june",
+            "july",
+            "august",
+            "september",
+            "october",
+            "november",
+            "december",
+            "jan",
+            "feb",
+            "mar",
+            "apr",
+            "aug",
+            "sept",
+            "oct",
+            "nov",
+            "dec",
+        ]
+        month = lambda: r.choice(months)
+        weekday = lambda: r.choice(
+            [
+                "monday",
+                "tuesday",
+                "wednesday",
+                "thursday",
+                "friday",
+                "saturday",
+                "sunday",
+                "mon",
+                "tue",
+                "wed",
+                "thu",
+                "fri",
+                "sat",
+                "sun",
+            ]
+        )
+        unit = lambda: r.choice(
+            [
+                "minutes",
+                "min",
+                "mins",
+                "hours",
+                "hrs",
+                "days",
+                "weeks",
+                "months",
+                "minute",
+                "hour",
+                "hr",
+                "h",
+                "m",
+                "secs",
+                "seconds",
+            ]
+        )
+        do = lambda: r.choice(DO)
+        person = lambda: r.choice(PEOPLE)
+        some = lambda: r.choice(
+            [
+                "a few",
+                "a couple",
+                "a couple of",
+                "couple of",
+                "several",
+                str(n(2, 90)),
+                str(n(2, 90)),
+                "two",
+                "three",
+                "five",
+                "ten",
+                "half an",
+                "an",
+                "a",
+            ]
+        )
+        forms = [
+            lambda: r.choice(TRAP_TASKS),
+            lambda: r.choice(TRAP_TASKS),
+            lambda: r.choice(TRAP_TASKS),
+            t.trap,
+            t.trap,
+            t.trap,
+            t.trap,
+            t.trap,
+            lambda: f"{do()} {r.choice(['', 'the ', 'a ', 'my '])}{r.choice(TRAPS)}",
+            lambda: f"{do()} {r.choice(TRAPS)}",
+            lambda: r.choice(TRAPS),
+            lambda: f"{person()} {r.choice(TRAPS)}",
+            # Lengths of time, repeats.
+            lambda: f"{do()} {thing()} for {some()} {unit()}",
+            lambda: f"{do()} {r.choice(['every', 'each', 'once every', 'every other', 'once a', 'twice a', 'every single'])} {r.choice(['few days', 'couple of weeks', 'couple days', 'few hours', 'morning', 'evening', 'night', 'afternoon', 'weekend', 'month', weekday(), 'few weeks', '2 weeks', '3 days', 'few months', 'day', 'week', 'hour'])}",
+            lambda: f"{some()} {unit()} {thing()}",
+            lambda: f"{do()} {thing()} {r.choice(['lasting', 'taking', 'about', 'around', 'max', 'at least', 'at most', 'up to', 'over'])} {some()} {unit()}",
+            lambda: f"{r.choice(['a', 'the', ''])} {n(2, 90)} {r.choice(['minute', 'min', 'hour', 'day', 'week', 'month', 'hr'])} {thing()}",
+            lambda: f"{do()} {thing()} {r.choice(['on mondays', 'tuesdays and thursdays', 'on weekends', 'weekends', 'weekly', 'nightly', 'in the mornings', 'evenings', 'most mornings', 'at nights', 'on weekdays', 'daily', 'every ' + weekday(), 'every morning', 'every evening', 'monthly', 'whenever', 'mornings', 'all night', 'all morning', 'all weekend', 'all week', 'all day'])}",
+            # Vague.
+            lambda: f"{do()} {thing()} {r.choice(['soon', 'asap', 'later', 'someday', 'sometime', 'sooner or later', 'soonish', 'one day', 'eventually', 'at some point', 'when possible', 'in a bit', 'in a while', 'later on', 'some other time', 'before too long', 'early', 'sometime soon', 'a bit later', 'very soon', 'real soon', 'at the latest', 'maybe later', 'as soon as possible', 'ASAP', 'right away, asap', 'pretty soon', 'or later', 'one of these days', 'some day soon', 'in due course', 'when I have a few minutes', 'if theres time later', 'whenever', 'in a jiffy', 'early if possible', 'earlier than last time', 'too late'])}",
+            lambda: f"{r.choice(['soon', 'asap', 'later', 'someday', 'ASAP:', 'asap -', 'later:', 'soon:', 'maybe', 'may', 'maybe later', 'early', 'one of these mornings'])} {do()} {thing()}",
+            lambda: f"{r.choice(['maybe', 'may', 'perhaps maybe', 'might', 'we may', 'it may', 'this may', 'you may', 'they may', 'that may', 'may i', 'may or may not'])} {do()} {thing()}",
+            # Numbers.
+            lambda: f"{do()} {r.choice(['chapter', 'page', 'section', 'step', 'unit', 'part', 'lesson', 'room', 'item', 'issue', 'version', 'exercise', 'task', 'level', 'season', 'volume', 'table', 'figure', 'question', 'apt', 'suite', 'exit', 'rm', 'problem', 'no.', 'number', 'bus', 'flight', 'gate', 'lane'])} {r.choice([str(n()), f'{n()}/{n()}', f'{n()}-{n()}', f'{n(1,9)}.{n(0,9)}', f'{n(1,20)}a', f'{n(1,20)}p'])} {r.choice(['', 'of ' + thing(), 'for ' + person(), 'in the ' + noun()])}",
+            lambda: f"{do()} {n(1, 20)}/{n(2, 20)} {r.choice(['cup', 'tsp', 'tbsp', 'inch', 'of', 'of the', 'done', 'price', 'scale', 'full', 'lb', 'mile', 'teaspoon', 'split', 'ratio', 'score', 'time', 'size', 'finished', 'complete', 'wrench', 'bolt', 'in'])} {thing()}",
+            lambda: f"{do()} {thing()} {n(1, 13)}/{n(2, 32)} {r.choice(['done', 'complete', 'full', 'read', 'left', 'paid', 'packed', 'pages', 'boxes', 'items', 'steps', 'parts', 'inch', 'cup', 'screws', 'chance', 'scale', 'odds'])}",
+            lambda: f"{thing()} {r.choice(['part', 'pt', 'step', 'page', 'week', 'day', 'chapter', 'episode', 'ep', 'round', 'game', 'set', 'disc', 'box', 'lesson'])} {n(1, 12)}/{n(2, 31)}",
+            lambda: f"{do()} the {n(1, 31)}{r.choice(['th', 'st', 'nd', 'rd'])} {r.choice(['floor', 'draft', 'chapter', 'edition', 'page', 'version', 'time', 'copy', 'item', 'one', 'grade', 'house', 'row', 'attempt', 'hole', 'street', 'avenue', 'century', 'amendment', 'slide', 'level', 'episode', 'season', 'birthday', 'anniversary', 'party', 'step', 'wheel', 'place', 'prize', noun(), noun(), noun(), noun()])}",
+            lambda: f"{do()} {r.choice(['around', 'about', 'at about', 'over', 'about a', 'around a'])} {r.choice([str(n()), str(n()), str(n(100, 2000)), 'five', 'ten', 'twenty', 'a dozen', 'a hundred'])} {r.choice(['people', 'guests', 'kg', 'dollars', 'pages', 'things', 'chairs', 'bucks', 'euros', 'lbs', 'cookies', 'boxes', 'copies', 'miles', 'km', 'liters', 'percent', 'units', 'kids', 'words', 'items', 'reps', 'emails', noun() + 's', noun() + 's', '€', '%', 'usd', 'steps'])}",
+            lambda: f"{do()} {thing()} {r.choice(['around', 'about'])} {r.choice(['the', 'a', 'my', 'our', 'town', 'this', 'his', 'her', 'every'])} {noun()}",
+            lambda: f"{r.choice(['around', 'about', 'early', 'in a', 'end of', 'by the', 'before the', 'after the', 'first thing'])} {noun()} {noun()}",
+            lambda: f"{do()} {r.choice([some()])} {noun()}s",
+            lambda: f"{do()} {thing()} {r.choice(['in a', 'in an', 'in a few', 'in a couple of', 'in some', 'end of', 'at the end of the', 'from the end of the', 'until the end of the'])} {noun()}",
+            # Months, days and holidays that are names or adjectives.
+            lambda: f"{do()} {r.choice(['the ', '', 'our ', 'last '])}{month()}{r.choice(['', chr(39) + 's', ' ' + str(n(2019, 2026))])} {r.choice(['invoice', 'report', 'budget', 'numbers', 'newsletter', 'rent', 'statement', 'photos', 'bill', 'issue', 'menu', 'sales', 'minutes', 'payroll', 'schedule', 'expenses', 'hours', 'timesheet', 'figures', 'receipts', 'magazine', 'edition', 'results', 'plan', 'slides', 'data', 'paycheck', 'bank statement', 'birthdays', 'calendar', 'totals', 'reading', 'meter reading', 'bonus', 'update', 'edition'])}",
+            lambda: f"{do()} {r.choice(['christmas', 'thanksgiving', 'new year', 'new years', 'xmas and new year', 'halloween and christmas', 'easter and christmas', 'weekend', 'morning', 'evening', 'night', 'afternoon', 'sunday', 'friday', 'saturday', 'monday', 'midnight', 'noon', 'early', 'late night', 'next week' + chr(39) + 's', 'next month' + chr(39) + 's', 'this week' + chr(39) + 's', 'tomorrow' + chr(39) + 's', 'tonight' + chr(39) + 's', 'end of year', 'end of term', 'end of season', 'weekend', 'christmas', 'thanksgiving', 'weekend', 'christmas eve', 'new year' + chr(39) + 's eve'])} {r.choice(['list', 'cards', 'tree', 'lights', 'sweater', 'playlist', 'menu', 'recipes', 'decorations', 'party ideas', 'outfit', 'budget', 'plans', 'dress', 'bag', 'cream', 'routine', 'paper', 'movie', 'shift', 'market', 'dinner recipe', 'food', 'gifts list', 'stamps', 'jumper', 'pajamas', 'lights', 'school', 'show', 'news', 'class', 'agenda', 'review', 'sale', 'resolutions', 'card', 'song', 'blend', 'club', 'crew', 'email template', noun(), noun()])}",
+            lambda: f"{r.choice(VERBS)} {r.choice(['April', 'May', 'June', 'Augusta', 'Jan', 'Juno', 'August', 'Mara', 'Marta', 'Mario', 'Octavia', 'Dec', 'Decker', 'Janine', 'Marge', 'Julio', 'Apryl', 'Mayra', 'Marlon', 'Junior', 'Jana', 'Sunday', 'Wednesday', 'Noel', 'Dawn', 'Marco', 'Julian', 'Janice', 'Margot', 'Juliet'])} {r.choice(['', '', 'about ' + thing(), 'and ' + person(), 're ' + thing(), 'back', 'for ' + thing()])}",
+            lambda: f"{r.choice(['watch', 'read', 'listen to', 'stream', 'rent', 'download', 'buy', 'review', 'order', 'return'])} {r.choice(['The ', 'A ', '', ''])}{r.choice(['March', 'May', 'Friday Night', 'Saturday Night', 'Midnight', 'Morning', 'October', 'November', 'December', 'Sunday', 'Monday', 'Early', 'Good Night', 'Late Night', 'Tomorrow', 'Weekend', 'April', 'January', 'Evening', 'Autumn', 'New Year', 'Christmas', 'Afternoon'])} {noun().title()}",
+            lambda: f"{r.choice(['christmas', 'thanksgiving', 'new year', 'new years', 'xmas', 'halloween', 'easter', 'valentines day', 'christmas eve', 'new years eve', 'Christmas', 'Thanksgiving', 'July 4th', 'memorial day'])} {thing()} {r.choice(['', '', 'for ' + person(), 'to ' + person(), 'and ' + thing(), 'from ' + person(), 'ideas', 'list'])}",
+            lambda: f"{thing()} {r.choice(['is', 'are', 'now', 'runs', 'happens', 'meets', 'repeats'])} {r.choice(['every other', 'every', 'each', 'every 2nd', 'every second', 'every third', 'most'])} {weekday()}{r.choice(['', '', ' now', ' at noon', ', tell ' + person(), ' morning', ' evening', 's'])}",
+            lambda: f"{r.choice(['every', 'each', 'every other', 'most'])} {weekday()}{r.choice(['', ' morning', ' night', ' evening'])} {do()} {thing()}",
+            # The past.
+            lambda: f"{do()} {thing()} {r.choice(['from last week', 'from last month', 'since ' + month(), 'from ' + month(), 'from last night', 'from this morning' + chr(39) + 's call', 'from ' + str(n(2000, 2026)), 'from last ' + month(), 'since christmas', 'left over from thanksgiving', 'from earlier', 'we got last christmas', 'from the ' + str(n(2, 30)) + 'th floor', 'from earlier this week', 'since the new year', 'from last christmas'])}",
+            # At last, numbers with a or p behind.
+            lambda: f"{do()} {r.choice(['seat', 'room', 'gate', 'locker', 'apt', 'apartment', 'flat', 'unit', 'exhibit', 'appendix', 'form', 'row', 'class', 'size', 'grade', 'plug', 'bay', 'platform', 'ch', 'building', 'question', 'table', 'item'])} {n(1, 30)}{r.choice(['a', ' a', 'A', 'p', 'a and ' + str(n(1, 30)) + 'b'])}",
+            lambda: f"{do()} {n(1, 30)}{r.choice(['a', ' a', 'p', ' p', 'A', 'P'])} {r.choice(['fuse', 'batteries', 'charger', 'cable', 'breaker', 'stamps', 'coins', 'plug', 'adapter', 'connector', 'video', 'rating', 'team', 'each', 'day', 'pop', 'piece', 'week', 'person'])}",
+            lambda: f"{do()} {thing()}, {r.choice(['not urgent', 'low priority', 'no rush', 'whenever'])} {r.choice(['later', 'maybe', 'someday', 'asap', 'soon', ''])}",
+            lambda: f"{do()} {thing()} {r.choice(['that expires', 'which ends', 'valid until', 'expiring', 'made', 'born', 'dated', 'printed', 'from'])} {r.choice([str(n(1, 13)) + '/' + str(n(1, 29)) + '/' + str(n(2028, 2040)), month() + ' ' + str(n(1990, 2022)), month() + ' ' + str(n(2028, 2040)), str(n(1, 29)) + ' ' + month() + ' ' + str(n(1950, 2020)), str(n(1, 13)) + '/' + str(n(1, 29)) + '/' + str(n(1950, 2020))])}",
+        ]
+        text = r.choice(forms)()
+        if r.random() < 0.08:
+            text += ", " + t.aside()
+        if r.random() < 0.1:
+            text += " " + r.choice(PLACES)
+        return re.sub(" +", " ", text).strip()
+
+    def text(self):
+        if self.r.random() >= 0.42:
+            return self.made()
+        line = self.r.choice(self.real)
+        words = line.split(" ")
+        if len(words) > 5 and self.r.random() < 0.4:
+            start = self.r.randrange(len(words) - 4)
+            line = " ".join(words[start : start + self.r.randrange(4, 12)])
+        return line

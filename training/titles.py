@@ -1,0 +1,229 @@
+"""Titles of tasks, as people write them: verbs, things, names and places put together, and many that are whole already."""
+
+import pathlib
+
+FOLDER = pathlib.Path(__file__).resolve().parent / "words"
+
+
+def words(name):
+    return (FOLDER / f"{name}.txt").read_text(encoding="utf-8").splitlines()
+
+
+VERBS, DO = words("verbs_with_people"), words("verbs_with_things")
+THINGS, PEOPLE, PLACES, WHOLE = words("things"), words("people"), words("places"), words("whole_titles")
+PHRASAL = [pair.split(" ") for pair in words("phrasal_verbs")]
+STATES = words("states")  # that follow a thing
+TRAPS, TRAP_TASKS = words("trap_things"), words("trap_titles")  # hold what looks like a time and is none
+
+
+def load_nouns(path="/usr/share/wordnet/index.noun"):
+    words = []
+    with open(path, encoding="utf-8") as index:
+        for line in index:
+            if not line.startswith(" "):
+                lemma, _, _, *rest = line.split()
+                if lemma.replace("_", "").isalpha() and len(lemma) < 22:
+                    words.append(lemma.replace("_", " "))
+    return words
+
+
+def load_verbs(path="/usr/share/wordnet/index.verb"):
+    with open(path, encoding="utf-8") as index:
+        return [
+            line.split()[0].replace("_", " ")
+            for line in index
+            if not line.startswith(" ") and line.split()[0].replace("_", "").isalpha()
+        ]
+
+
+class Titles:
+    def __init__(self, rng):
+        self.r = rng
+        self.nouns = load_nouns()
+        self.verbs = load_verbs()
+
+    def thing(self):
+        r = self.r.random()
+        if r < 0.62:
+            return self.r.choice(THINGS)
+        if r < 0.9:
+            return self.r.choice(self.nouns)
+        return self.r.choice(TRAPS)
+
+    def number(self):
+        r = self.r
+        return r.choice(
+            [
+                str(r.randrange(1, 100)),
+                str(r.randrange(100, 3000)),
+                f"{r.randrange(1, 9)}.{r.randrange(10)}",
+                f"#{r.randrange(1, 500)}",
+                f"v{r.randrange(1, 9)}",
+                f"{r.randrange(1, 9)}x",
+                f"${r.randrange(5, 900)}",
+                f"{r.randrange(1, 9)}-{r.randrange(10, 20)}",
+                f"{r.randrange(2, 30)} kg",
+                f"{r.randrange(1, 20)} lbs",
+                f"{r.randrange(2, 40)} people",
+                f"{r.randrange(1, 5)}k",
+                f"{r.randrange(1, 100)}%",
+                f"Q{r.randrange(1, 5)}",
+                str(r.randrange(2020, 2028)),
+            ]
+        )
+
+    def title(self):
+        r = self.r
+        form = r.choices(range(12), [17, 34, 15, 5, 6, 5, 4, 3, 3, 8, 6, 3])[0]
+        if form == 0:
+            text = r.choice(WHOLE)
+        elif form == 1:
+            text = f"{r.choice(DO)} {r.choice(['', '', '', 'the ', 'the ', 'a ', 'my ', 'some ', 'new ', 'our '])}{self.thing()}"
+        elif form == 2:
+            text = f"{r.choice(VERBS)} {r.choice(PEOPLE)}"
+        elif form == 3:
+            text = r.choice(TRAP_TASKS)
+        elif form == 4:
+            text = f"{r.choice(DO)} {r.choice(['', 'the '])}{self.thing()} and {self.thing()}"
+        elif form == 5:
+            text = (
+                f"{r.choice(DO)} {self.number()} {self.thing()}"
+                if r.random() < 0.5
+                else f"{r.choice(DO)} {self.thing()} {self.number()}"
+            )
+        elif form == 6:
+            text = f"{r.choice(self.verbs)} {r.choice(['the ', '', 'a '])}{r.choice(self.nouns)}"
+        elif form == 7:
+            text = self.thing()
+        elif form == 8:
+            text = f"{r.choice(['don’t forget to', 'dont forget', 'remember to', 'need to', 'have to', 'gotta', 'must', 'remind me to', 'i should', 'pls', 'please', 'todo:', 'reminder:', 'to do:', 'make sure to', 'try to', 'want to', 'we should', 'lets'])} {r.choice(DO)} {self.thing()}"
+        elif form == 10:
+            verb, particle = r.choice(PHRASAL)
+            text = f"{verb} {r.choice(['', 'the ', 'my '])}{self.thing()} {particle}"
+        elif form == 11:
+            text = f"{self.thing()} {r.choice(STATES)}"
+        else:
+            text = f"{r.choice(VERBS)} {r.choice(PEOPLE)} {r.choice(['about', 're', 'for', 'regarding', 'on', 'and get'])} {r.choice(['', 'the '])}{self.thing()}"
+        if r.random() < 0.16:
+            text += " " + r.choice(PLACES)
+        return text
+
+    def trap(self):
+        """A title that holds a word or a number that could be a time, and is none."""
+        r = self.r
+        months = [
+            "january",
+            "february",
+            "march",
+            "april",
+            "may",
+            "june",
+            "july",
+            "august",
+            "september",
+            "october",
+            "november",
+            "december",
+            "jan",
+            "feb",
+            "mar",
+            "apr",
+            "may",
+            "jun",
+            "jul",
+            "aug",
+            "sept",
+            "oct",
+            "nov",
+            "dec",
+        ]
+        names = [
+            "june",
+            "may",
+            "april",
+            "jan",
+            "august",
+            "augusta",
+            "mara",
+            "mario",
+            "marco",
+            "marcus",
+            "decker",
+            "julie",
+            "janet",
+            "julian",
+            "octavia",
+            "janice",
+            "maya",
+            "marge",
+            "martha",
+            "sunny",
+            "wednesday",
+            "summer",
+            "autumn",
+            "dawn",
+            "eve",
+            "noel",
+            "Jan",
+            "June",
+            "April",
+            "May",
+            "dr. marsh",
+            "dr. novak",
+            "mr. march",
+            "mrs. may",
+        ]
+        return r.choice(
+            [
+                lambda: f"{r.choice(DO)} {r.choice(['', 'the ', 'our '])}{r.choice(months)} {r.choice(['invoice', 'report', 'budget', 'numbers', 'newsletter', 'rent', 'statement', 'photos', 'bill', 'issue', 'menu', 'minutes', 'payroll', 'schedule', 'expenses', 'start date', 'project', 'team', 'committee', 'paperwork', 'timesheet', 'figures', 'receipts', 'slides', 'meeting notes', 'event', 'trip', 'deadline list', 'campaign', 'release', 'cohort'])}",
+                lambda: f"{r.choice(['lunch', 'dinner', 'call', 'coffee', 'zoom', 'meeting', 'mtg', '1:1', 'walk', 'drinks', 'appt', 'gym', 'movie', 'rewatch it', 'chat', 'sync'])} {r.choice(['w/', 'with', 'w', 'and'])} {r.choice(names)}",
+                lambda: f"{r.choice(DO)} {self.thing()} {r.choice(['for', 'with', 'w/', 'from', 'to'])} {r.choice(names)}",
+                lambda: f"{r.choice(VERBS)} {r.choice(names)} {r.choice(['about', 're', 'and', ''])} {self.thing()}".replace(
+                    "  ", " "
+                ),
+                lambda: f"{r.choice(['study for', 'register for', 'sign up for', 'buy book for', 'take', 'prep for', 'practice for', 'register Maya for', 'pay for'])} {r.choice(['sat', 'SAT', 'sat prep', 'SAT prep', 'the sat', 'sat math', 'the SAT', 'sat subject test', 'psat and sat', 'sat tutor'])}",
+                lambda: f"{r.choice(['meet Kim', 'taco truck', 'coffee', 'pickup', 'parking', 'lunch', 'check the shop', 'look at apartment', 'bus stop', 'bike rack'])} {r.choice(['near', 'at', 'on', 'corner of', '@', 'by', 'next to'])} {r.choice(['', 'the '])}{r.randrange(1, 99)}{r.choice(['th', 'st', 'nd', 'rd'])} {r.choice(['and Main', 'and Market', 'ave', 'street', 'st', '& Broadway', 'and Pine', 'avenue', 'floor', 'and May', 'and Marcy'])}",
+                lambda: f"{r.choice(DO)} {self.thing()} {r.choice(['rm', 'room', 'gate', 'rink', 'table', 'seat', 'bay', 'apt', 'suite', 'hall', 'court', 'field', 'lane', 'ch', 'pg', 'p.', 'unit', 'locker'])} {r.randrange(1, 400)}",
+                lambda: f"{r.randrange(2, 13)} {r.choice(['mo', 'month', 'week', 'wk', 'yr', 'year', 'day', 'hour', 'min'])} {r.choice(['checkup', 'review', 'follow up', 'anniversary', 'shots', 'plan', 'report', 'trial', 'class', 'warranty'])} {r.choice(['', 'w/ pediatrician', 'with Dana', 'for Max'])}".strip(),
+                lambda: f"{r.choice(TRAP_TASKS)}",
+                lambda: f"{r.choice(DO)} {r.choice(TRAPS)}",
+                lambda: f"{r.choice(DO)} {r.randrange(1, 30)} {self.thing()}",
+                lambda: f"{r.choice(['pack lunch', 'make lunch', 'lunch order', 'bring lunch', 'lunch money', 'lunch boxes', 'dinner reservation', 'order dinner', 'breakfast stuff', 'night light', 'morning pills', 'evening class', 'night bus', 'afternoon tea', 'midnight snack', 'weekend bag', 'morning paper'])} {r.choice(['', 'for ' + r.choice(names), 'with ' + r.choice(PEOPLE), self.thing()])}".strip(),
+                lambda: f"{r.choice(DO)} {self.thing()} {r.choice(['for 20 min', 'for an hour', 'for 2 weeks', 'for 3 days', 'for half an hour', '2 hours', '(30 min)', '45 min', '1 hour', 'x3', 'part 2', 'pt 1', 'no. 5', '#3', '$40', '10 kg', '5k', '2x', 'every day', 'v2'])}",
+            ]
+        )()
+
+    def aside(self):
+        """What follows a comma."""
+        r = self.r
+        return r.choice(
+            [
+                lambda: self.title(),
+                lambda: self.title(),
+                lambda: f"bring {self.thing()}",
+                lambda: f"ask about {self.thing()}",
+                lambda: f"{r.choice(PEOPLE)} {r.choice(['is coming', 'needs it', 'asked', 'too', 'will drive', 'picks me up', 'is home', 'is away', 'wants to know', 'has the keys', 'said so', 'might come', 'pays'])}",
+                lambda: f"{self.thing()} {r.choice(['is empty', 'is broken', 'ran out', 'is low', 'is full', 'are gone', 'is in the car', 'looks bad', 'too', 'as well', 'if possible'])}",
+                lambda: r.choice(
+                    [
+                        "not urgent",
+                        "its important",
+                        "$" + str(r.randrange(5, 900)),
+                        "stay home",
+                        "wear a suit",
+                        "dont forget",
+                        "they charge again",
+                        "rm " + self.number(),
+                        "gate " + str(r.randrange(1, 60)),
+                        "upstairs",
+                        "no cash",
+                        "bring id",
+                        "he was a friend",
+                        "call first",
+                        "urgent",
+                        "confirm by email",
+                        "see notes",
+                    ]
+                ),
+            ]
+        )()
