@@ -8,7 +8,7 @@ qml_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-worke
   libqt6svg6)
 build_packages=(g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev libsimdjson-dev rapidjson-dev qt6-base-dev
   qt6-declarative-dev libqt6svg6-dev qt6-tools-dev qt6-l10n-tools libxcb1-dev libxcb-xfixes0-dev libsodium-dev
-  "${qml_packages[@]}")
+  libcurl4-openssl-dev "${qml_packages[@]}")
 test_packages=(libgtest-dev libgmock-dev librapidcheck-dev python3 tzdata sqlite3 man-db groff-base dpkg-dev file zsh fish
   clang libclang-rt-dev clang-format python3-gi gir1.2-glib-2.0 dbus-daemon dunst xvfb libfaketime
   openbox picom xdotool xfce4-panel xterm numlockx scrot xfconf python3-xlib at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-pil

@@ -1,7 +1,7 @@
 #include "app/Headless.h"
 
-#include "app/ProgramFiles.h"
 #include "base/Log.h"
+#include "base/ProgramFiles.h"
 
 #include <unistd.h>
 

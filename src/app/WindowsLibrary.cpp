@@ -1,7 +1,7 @@
 #include "app/WindowsLibrary.h"
 
-#include "app/ProgramFiles.h"
 #include "base/Log.h"
+#include "base/ProgramFiles.h"
 
 #include <QLibrary>
 #include <QString>

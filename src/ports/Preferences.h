@@ -42,6 +42,9 @@ inline constexpr std::string_view updatesSkipped =
 inline constexpr std::string_view updatesHighestSeen =
     "Quillo.linux.updates.highestSeen"; ///< text: the highest build that a genuine list of releases had
 
+inline constexpr std::string_view languageModel =
+    "Quillo.linux.languageModel"; ///< text: a LanguageModelChoice; the embedded one where absent
+
 inline constexpr std::string_view hotKey = "Quillo.hotkey.v1"; ///< data: HotKeyConfig
 
 inline constexpr std::string_view launchAtLogin =
