@@ -34,7 +34,7 @@ _quillo_offer_numbers() {
 
 _quillo() {
     local program=$1 word=$2 command=${COMP_WORDS[1]}
-    local commands='add list done undone edit remind delete clear-completed restore export stats parse resolve'
+    local commands='add list done undone edit remind delete clear-completed restore export stats parse resolve model'
     commands+=' open quick-add settings statistics quit help version'
     COMPREPLY=()
 
@@ -65,6 +65,7 @@ _quillo() {
             */export) _quillo_offer "$word" '--help --output' ;;
             */stats) _quillo_offer "$word" '--help --json' ;;
             */parse) _quillo_offer "$word" '--help --now --time-zone --locale --json --trace --jsonl' ;;
+            */model) _quillo_offer "$word" '--help --json --schema-in-prompt' ;;
             */resolve) _quillo_offer "$word" '--help --now --time-zone --locale --jsonl' ;;
             *) _quillo_offer "$word" '--help' ;;
         esac
@@ -77,6 +78,8 @@ _quillo() {
         1/edit | 1/delete) _quillo_offer_numbers "$word" "$program" list --all ;;
         1/restore) _quillo_offer_numbers "$word" "$program" restore ;;
         1/export) _quillo_offer "$word" 'markdown json' ;;
+        1/model) _quillo_offer "$word" 'list use status' ;;
+        2/model) [[ ${COMP_WORDS[2]} != use ]] || _quillo_offer "$word" 'embedded none' ;;
         1/help) _quillo_offer "$word" "$commands" ;;
     esac
 }

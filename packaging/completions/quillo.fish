@@ -15,6 +15,7 @@ function __quillo_commands
         stats 'Show how many tasks were completed, and how fast' \
         parse 'Show what would be understood of a text' \
         resolve 'Show when classified texts are due' \
+        model 'Show or choose the language model that is asked' \
         open 'Open the list on the screen' \
         quick-add 'Open the panel for a new task' \
         settings 'Open the settings' \
@@ -60,6 +61,11 @@ complete -c quillo -n '__quillo_at restore' -k -a '(__quillo_numbers restore)'
 complete -c quillo -n '__quillo_at export' -a markdown -d 'A checklist, for people'
 complete -c quillo -n '__quillo_at export' -a json -d 'An array, for programs'
 
+complete -c quillo -n '__quillo_at model' -k -a status -d 'Show whether the chosen model can be reached'
+complete -c quillo -n '__quillo_at model' -k -a use -d 'Choose a model'
+complete -c quillo -n '__quillo_at model' -k -a list -d 'List the models that may be chosen'
+complete -c quillo -n '__fish_seen_subcommand_from model; and __fish_seen_subcommand_from use' -a 'embedded none'
+
 complete -c quillo -n __fish_use_subcommand -s h -l help -d 'List the commands'
 complete -c quillo -n __fish_use_subcommand -s V -l version -d 'Print the version'
 complete -c quillo -n 'not __fish_use_subcommand' -l help -d 'Explain the command'
@@ -80,3 +86,5 @@ complete -c quillo -n '__fish_seen_subcommand_from resolve' -l now -x -d 'When t
 complete -c quillo -n '__fish_seen_subcommand_from resolve' -l time-zone -x -d 'Where they were typed'
 complete -c quillo -n '__fish_seen_subcommand_from resolve' -l locale -x -d 'The calendar in which they are meant'
 complete -c quillo -n '__fish_seen_subcommand_from resolve' -l jsonl -d 'Read and answer lines of JSON'
+complete -c quillo -n '__fish_seen_subcommand_from model' -l json -d 'Print JSON'
+complete -c quillo -n '__fish_seen_subcommand_from model' -l schema-in-prompt -d 'Describe in words what is to be answered'

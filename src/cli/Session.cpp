@@ -1,10 +1,15 @@
 #include "cli/Session.h"
 
 #include "base/DataFolder.h"
+#include "classifier/EmbeddedClassifier.h"
 #include "cli/WorkingMemory.h"
+#include "languagemodel/MakeLanguageModel.h"
+#include "languagemodel/PreferredLanguageModel.h"
 #include "unicode/SystemPlace.h"
 
 #include <utility>
+#include <variant>
+#include <vector>
 
 namespace quillo::cli {
 
@@ -48,14 +53,22 @@ Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& fold
 Session::Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
                  std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
     : lock_(std::move(lock)), preferences_(std::move(preferences)),
-      languageModel_(nullptr), // There is none yet; and who only looks will need none.
+      languageModel_([this] {
+          return makeLanguageModel(preferredLanguageModel(*preferences_).choice, mainExecutor_,
+                                   makeEmbeddedClassifier);
+      }),
       backups_(folder, clock_), calendar_(std::move(calendar)),
       services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_,
-                             languageModel_.get()}) {}
+                             &languageModel_}) {}
 
 control::Answer Session::answer(const control::Request& request) {
     std::optional<control::Answer> answer;
-    services_.commands().answer(request, [&](const control::Answer& given) { answer = given; });
+    if (const auto* use = std::get_if<control::UseModel>(&request.command)) {
+        const Outcome kept = preferLanguageModel(*preferences_, use->choice);
+        answer = kept ? control::Answer(std::vector<control::NumberedItem>{}) : control::Answer(kept.error());
+    } else {
+        services_.commands().answer(request, [&](const control::Answer& given) { answer = given; });
+    }
     while (!answer) { // It waits for the disk, or for a language model.
         mainExecutor_.wait();
         mainExecutor_.run();

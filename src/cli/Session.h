@@ -7,7 +7,7 @@
 #include "control/Answer.h"
 #include "control/Request.h"
 #include "entry/Services.h"
-#include "ports/LanguageModel.h"
+#include "languagemodel/ChosenLanguageModel.h"
 #include "sqlite/PreferencesLock.h"
 #include "sqlite/SqlitePreferences.h"
 #include "store/Backups.h"
@@ -31,6 +31,7 @@ public:
 
     const TaskList& items() { return services_.todoStore().items(); }
     bool listIsDamaged() { return services_.todoStore().beganDamaged(); }
+    const Preferences& preferences() const { return *preferences_; }
     StatsStore& statsStore() { return services_.statsStore(); }
 
     /// Does what is asked, and answers when that is on disk. Waits, for a language model too.
@@ -51,7 +52,7 @@ private:
     SystemClock clock_;
     UnsetCloudStore cloud_;
     ManualExecutor mainExecutor_;
-    std::unique_ptr<LanguageModel> languageModel_; ///< none where the rules are all there is
+    ChosenLanguageModel languageModel_;
     Backups backups_;
     unicode::CivilCalendar calendar_;
     Services services_;

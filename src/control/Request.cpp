@@ -50,6 +50,10 @@ struct Encoder {
         writer.Key("which");
         writer.Uint64(restore.which);
     }
+    void operator()(const UseModel& use) const {
+        write(writer, "command", "use-model");
+        write(writer, "choice", use.choice);
+    }
     void operator()(const Show& show) const { write(writer, "command", std::string(nameOf(show.window))); }
     void operator()(const Quit&) const { write(writer, "command", "quit"); }
 };
@@ -100,6 +104,8 @@ std::optional<Command> commandOf(const std::string& name, Members& members) {
         return Remind{members.text("task"), members.text("when")};
     if (name == "restore")
         return Restore{members.number("which")};
+    if (name == "use-model")
+        return UseModel{members.text("choice")};
     if (name == "quit")
         return Quit{};
     if (const auto window = windowNamed(name))

@@ -43,6 +43,11 @@ struct Restore {
     std::size_t which = 1; ///< of the kept lists, the latest 1
     friend bool operator==(const Restore&, const Restore&) = default;
 };
+/// Has another language model asked from now on.
+struct UseModel {
+    std::string choice; ///< as readLanguageModelChoice() takes it
+    friend bool operator==(const UseModel&, const UseModel&) = default;
+};
 /// Brings up a window of the desktop program.
 struct Show {
     enum class Window { popover, quickAdd, settings, statistics };
@@ -53,7 +58,8 @@ struct Quit {
     friend bool operator==(const Quit&, const Quit&) = default;
 };
 
-using Command = std::variant<Add, SetDone, Edit, Delete, ClearCompleted, Remind, Restore, Show, Quit>;
+using Command =
+    std::variant<Add, SetDone, Edit, Delete, ClearCompleted, Remind, Restore, UseModel, Show, Quit>;
 
 /// A command, and where and in which language it was typed: that decides what "tomorrow" means.
 struct Request {

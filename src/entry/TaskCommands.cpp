@@ -80,6 +80,9 @@ void TaskCommands::answer(const control::Request& request, Reply reply) {
                     reply(outcome ? Answer(std::vector<NumberedItem>{}) : Answer(outcome.error()));
                 });
         }
+        void operator()(const control::UseModel&) const {
+            reply(Error{"there is no choice of language models"});
+        }
         void operator()(const control::Show&) const { reply(Error{"there is no screen"}); }
         void operator()(const control::Quit&) const { reply(Error{"there is nothing that could quit"}); }
     };

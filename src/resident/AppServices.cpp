@@ -2,7 +2,10 @@
 
 #include "base/Log.h"
 #include "base/Product.h"
+#include "classifier/EmbeddedClassifier.h"
 #include "control/Client.h"
+#include "languagemodel/MakeLanguageModel.h"
+#include "languagemodel/PreferredLanguageModel.h"
 #include "unicode/SystemPlace.h"
 
 #include <QCoreApplication>
@@ -57,11 +60,12 @@ Result<std::unique_ptr<AppServices>> AppServices::open(const std::filesystem::pa
 
 AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lock,
                          std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
-    : lock_(std::move(lock)), preferences_(std::move(preferences)),
-      languageModel_(nullptr), // There is none yet.
+    : lock_(std::move(lock)), preferences_(std::move(preferences)), languageModel_([this] {
+          return makeLanguageModel(preferredLanguageModel(*preferences_).choice, mainExecutor_,
+                                   makeEmbeddedClassifier);
+      }),
       backups_(folder, clock_), calendar_(std::move(calendar)),
-      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_,
-                             languageModel_.get()}),
+      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_, &languageModel_}),
       desktopNotifications_(product::desktopFile),
       alignment_(ReminderAlignmentDependencies{services_.todoStore(), services_.reminderBook(), clock_,
                                                calendar_, mainExecutor_}),
@@ -84,18 +88,25 @@ void AppServices::serve(const control::Request& request, const ControlServer::Re
         reply(show(*window));
         return;
     }
-    services_.commands().answer(request, [this, reply](const control::Answer& answer) {
-        if (!answer) {
-            reply(answer);
-            return;
-        }
-        // Whoever asked may rely on what is answered: it is on disk by then.
-        services_.whenSaved([this, reply, answer](const Outcome& saved) {
-            commits_.post([this, reply, answer, saved] {
-                const Outcome outcome = saved ? preferences_->flush() : saved;
-                mainExecutor_.post(
-                    [reply, answer = outcome ? answer : notWritten(outcome.error())] { reply(answer); });
-            });
+    if (const auto* model = std::get_if<control::UseModel>(&request.command)) {
+        replyOnceSaved(use(*model), reply);
+        return;
+    }
+    services_.commands().answer(
+        request, [this, reply](const control::Answer& answer) { replyOnceSaved(answer, reply); });
+}
+
+/// Whoever asked may rely on what is answered: it is on disk by then.
+void AppServices::replyOnceSaved(const control::Answer& answer, const ControlServer::Reply& reply) {
+    if (!answer) {
+        reply(answer);
+        return;
+    }
+    services_.whenSaved([this, reply, answer](const Outcome& saved) {
+        commits_.post([this, reply, answer, saved] {
+            const Outcome outcome = saved ? preferences_->flush() : saved;
+            mainExecutor_.post(
+                [reply, answer = outcome ? answer : notWritten(outcome.error())] { reply(answer); });
         });
     });
 }
@@ -107,6 +118,13 @@ control::Answer AppServices::show(const control::Show& what) const {
     return shown ? control::Answer(std::vector<control::NumberedItem>{}) : control::Answer(shown.error());
 }
 
+control::Answer AppServices::use(const control::UseModel& what) {
+    if (const Outcome kept = preferLanguageModel(*preferences_, what.choice); !kept)
+        return kept.error();
+    languageModel_.choiceChanged();
+    return std::vector<control::NumberedItem>{};
+}
+
 void AppServices::addTask(const std::string& text) {
     // The zone is one that is known already.
     if (const auto place = places_.at(calendar_.zone(), calendar_.locale()))
@@ -114,8 +132,6 @@ void AppServices::addTask(const std::string& text) {
 }
 
 void AppServices::prewarmLanguageModel() {
-    if (!languageModel_)
-        return;
     if (const auto place = places_.at(calendar_.zone(), calendar_.locale()))
         (*place)->parser().prewarm(clock_.now());
 }

@@ -9,6 +9,7 @@
 #include "entry/Place.h"
 #include "entry/ReminderAlignment.h"
 #include "entry/Services.h"
+#include "languagemodel/ChosenLanguageModel.h"
 #include "linux/ControlServer.h"
 #include "linux/DesktopNotifications.h"
 #include "linux/MainThreadExecutor.h"
@@ -72,7 +73,9 @@ private:
                 std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar);
 
     control::Answer show(const control::Show& what) const;
+    control::Answer use(const control::UseModel& what);
     void serve(const control::Request& request, const ControlServer::Reply& reply);
+    void replyOnceSaved(const control::Answer& answer, const ControlServer::Reply& reply);
     bool busy() const;
     void followTimeZone();
 
@@ -82,12 +85,12 @@ private:
     SystemClock clock_;
     UnsetCloudStore cloud_;
     MainThreadExecutor mainExecutor_;
-    std::unique_ptr<LanguageModel> languageModel_; ///< none where the rules are all there is
+    ChosenLanguageModel languageModel_;
     Backups backups_;
     unicode::CivilCalendar calendar_;
     SerialQueue commits_{"Quillo.Commits"};
     Services services_;
-    Places places_{languageModel_.get()};
+    Places places_{&languageModel_};
     std::function<Outcome(control::Show::Window)> show_;
     TimerfdTimer timer_;
     DesktopNotifications desktopNotifications_;

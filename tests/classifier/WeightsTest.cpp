@@ -1,6 +1,6 @@
 #include "classifier/Weights.h"
 
-#include "classifier/EmbeddedModel.h"
+#include "classifier/EmbeddedClassifier.h"
 #include "classifier/EmbeddedWeights.h"
 #include "support/CapturedLog.h"
 
@@ -91,11 +91,11 @@ TEST(Weights, WithAnAbsurdVocabularyAreRefused) {
     EXPECT_FALSE(Weights::read(sealed(bytes)));
 }
 
-TEST(EmbeddedModel, WithoutItsWeightsIsNotAvailableAndSaysWhyOnce) {
+TEST(EmbeddedClassifier, WithoutItsWeightsIsNotAvailableAndSaysWhyOnce) {
     const support::CapturedLog log;
     Bytes bytes = whole();
     bytes[100] ^= 1;
-    EmbeddedModel model(bytes);
+    EmbeddedClassifier model(bytes);
     EXPECT_FALSE(model.isAvailable());
     EXPECT_FALSE(model.isAvailable());
     bool failed = false;

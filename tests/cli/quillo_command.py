@@ -58,7 +58,7 @@ def is_sanitized():
 
 def changes_the_list(command, *words):
     """Whether the command goes to the program that holds the list."""
-    return command in CHANGES or (command == "restore" and bool(words))
+    return command in CHANGES or (command == "restore" and bool(words)) or (command, *words[:1]) == ("model", "use")
 
 
 def without_desktop_program(reason):

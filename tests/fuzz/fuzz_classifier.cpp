@@ -1,5 +1,5 @@
 /// Any bytes are either the weights of a network or refused; any text gets an answer.
-#include "classifier/EmbeddedModel.h"
+#include "classifier/EmbeddedClassifier.h"
 
 #include <cstdlib>
 #include <string_view>
@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     using namespace quillo;
     (void)classifier::Weights::read({data, size});
 
-    static EmbeddedModel model;
+    static EmbeddedClassifier model;
     static const PropertyGuide title{.name = "title", .description = {}};
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     ModelReference reference;

@@ -3,6 +3,7 @@
 
 #include "cli/Command.h"
 
+#include <optional>
 #include <string>
 
 namespace quillo::cli {
@@ -14,6 +15,7 @@ ExitCode edit(const Arguments& arguments);
 ExitCode exportList(const Arguments& arguments);
 ExitCode help(const Arguments& arguments);
 ExitCode list(const Arguments& arguments);
+ExitCode model(const Arguments& arguments);
 ExitCode parse(const Arguments& arguments);
 ExitCode open(const Arguments& arguments);
 ExitCode quickAdd(const Arguments& arguments);
@@ -27,6 +29,9 @@ ExitCode restore(const Arguments& arguments);
 ExitCode stats(const Arguments& arguments);
 ExitCode undone(const Arguments& arguments);
 ExitCode version(const Arguments& arguments);
+
+/// What speaks against the arguments of `model`.
+std::optional<std::string> objectionToModel(const Arguments& arguments);
 
 /// A command's name and arguments, as a usage line shows them.
 std::string usageOf(const Command& command);

@@ -1,4 +1,4 @@
-#include "classifier/EmbeddedModel.h"
+#include "classifier/EmbeddedClassifier.h"
 
 #include "base/Log.h"
 #include "classifier/Answer.h"
@@ -68,9 +68,9 @@ private:
 
 } // namespace
 
-EmbeddedModel::EmbeddedModel() : bytes_(embeddedWeights()) {}
+EmbeddedClassifier::EmbeddedClassifier() : bytes_(embeddedWeights()) {}
 
-const Weights* EmbeddedModel::weights() const {
+const Weights* EmbeddedClassifier::weights() const {
     if (!std::exchange(tried_, true)) {
         if (auto read = Weights::read(bytes_))
             weights_ = *std::move(read);
@@ -81,12 +81,16 @@ const Weights* EmbeddedModel::weights() const {
     return weights_ ? &*weights_ : nullptr;
 }
 
-bool EmbeddedModel::isAvailable() const {
+bool EmbeddedClassifier::isAvailable() const {
     return weights() != nullptr;
 }
 
-std::unique_ptr<LanguageModelSession> EmbeddedModel::startSession(std::string, ModelReference reference) {
+std::unique_ptr<LanguageModelSession> EmbeddedClassifier::startSession(std::string, ModelReference reference) {
     return std::make_unique<EmbeddedSession>(weights(), std::move(reference));
+}
+
+std::unique_ptr<LanguageModel> makeEmbeddedClassifier() {
+    return std::make_unique<EmbeddedClassifier>();
 }
 
 } // namespace quillo

@@ -1,4 +1,4 @@
-#include "classifier/EmbeddedModel.h"
+#include "classifier/EmbeddedClassifier.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -34,7 +34,7 @@ ModelReference tuesday() {
     return reference;
 }
 
-GeneratedContent ask(EmbeddedModel& model, const std::string& text) {
+GeneratedContent ask(EmbeddedClassifier& model, const std::string& text) {
     const std::vector<PropertyGuide> guides = schema();
     GeneratedContent content;
     const auto session = model.startSession("", tuesday());
@@ -47,7 +47,7 @@ GeneratedContent ask(EmbeddedModel& model, const std::string& text) {
 
 /// What was answered in one line: kind, amount, month, day, time, title.
 std::string answerTo(const std::string& text) {
-    static EmbeddedModel model;
+    static EmbeddedClassifier model;
     const GeneratedContent content = ask(model, text);
     std::string line;
     for (const auto& [name, value] : content.properties) {
@@ -62,13 +62,13 @@ std::string answerTo(const std::string& text) {
     return line;
 }
 
-TEST(EmbeddedModel, IsAvailable) {
-    EXPECT_TRUE(EmbeddedModel().isAvailable());
+TEST(EmbeddedClassifier, IsAvailable) {
+    EXPECT_TRUE(EmbeddedClassifier().isAvailable());
 }
 
 // The examples that every model is given in its instructions.
 
-TEST(EmbeddedModel, ClassifiesTheExamplesOfTheInstructions) {
+TEST(EmbeddedClassifier, ClassifiesTheExamplesOfTheInstructions) {
     EXPECT_EQ(answerTo("in a couple hours"), "IN_HOURS 2 0 0 day 0 0 ");
     EXPECT_EQ(answerTo("in a few minutes"), "IN_MINUTES 10 0 0 day 0 0 ");
     EXPECT_EQ(answerTo("later today"), "TODAY 0 0 0 day 0 0 ");
@@ -80,20 +80,20 @@ TEST(EmbeddedModel, ClassifiesTheExamplesOfTheInstructions) {
     EXPECT_EQ(answerTo("wednesday afternoon"), "THIS_WEDNESDAY 0 0 0 time 14 0 ");
 }
 
-TEST(EmbeddedModel, RejectsWhatTheInstructionsReject) {
+TEST(EmbeddedClassifier, RejectsWhatTheInstructionsReject) {
     for (const std::string text : {"Buy 3 apples", "Email Sam back", "Pick up the 15 reports",
                                    "Schedule a 1:1 meeting", "Review issue #42"})
         EXPECT_EQ(answerTo(text), "NONE 0 0 0 day 0 0 " + text);
 }
 
-TEST(EmbeddedModel, KeepsTheTitle) {
+TEST(EmbeddedClassifier, KeepsTheTitle) {
     EXPECT_EQ(answerTo("call mom tmrw 9p"), "TOMORROW 0 0 0 time 21 0 call mom");
     EXPECT_EQ(answerTo("Pay rent 3rd of april"), "SPECIFIC_DATE 0 4 3 day 0 0 Pay rent");
     EXPECT_EQ(answerTo("market research"), "NONE 0 0 0 day 0 0 market research");
 }
 
-TEST(EmbeddedModel, AnswersNothingButWhatItKnows) {
-    EmbeddedModel model;
+TEST(EmbeddedClassifier, AnswersNothingButWhatItKnows) {
+    EmbeddedClassifier model;
     const PropertyGuide colour{.name = "colour", .description = {}};
     bool failed = false;
     model.startSession("", tuesday())
@@ -101,18 +101,18 @@ TEST(EmbeddedModel, AnswersNothingButWhatItKnows) {
     EXPECT_TRUE(failed);
 }
 
-TEST(EmbeddedModel, SaysHowSureItIs) {
-    EmbeddedModel model;
+TEST(EmbeddedClassifier, SaysHowSureItIs) {
+    EmbeddedClassifier model;
     EXPECT_GT(ask(model, "call mom tmrw 9p").score, 0.9);
 }
 
-TEST(EmbeddedModel, TextsWithoutAWordAreNone) {
+TEST(EmbeddedClassifier, TextsWithoutAWordAreNone) {
     EXPECT_EQ(answerTo(""), "NONE 0 0 0 day 0 0 ");
     EXPECT_EQ(answerTo(" \t"), "NONE 0 0 0 day 0 0  \t");
 }
 
-TEST(EmbeddedModel, TheReplyMayDropTheSession) {
-    EmbeddedModel model;
+TEST(EmbeddedClassifier, TheReplyMayDropTheSession) {
+    EmbeddedClassifier model;
     const std::vector<PropertyGuide> guides = schema();
     auto session = model.startSession("", tuesday());
     bool answered = false;
@@ -123,8 +123,8 @@ TEST(EmbeddedModel, TheReplyMayDropTheSession) {
     EXPECT_TRUE(answered);
 }
 
-RC_GTEST_PROP(EmbeddedModelProperty, AnswersAnyBytesWithinItsRanges, ()) {
-    static EmbeddedModel model;
+RC_GTEST_PROP(EmbeddedClassifierProperty, AnswersAnyBytesWithinItsRanges, ()) {
+    static EmbeddedClassifier model;
     const auto pieces = *rc::gen::container<std::vector<std::string>>(rc::gen::oneOf(
         rc::gen::element<std::string>("tmrw ", "9p ", "5/12 ", "in ", "3 ", "weeks ", "the ", "31st ", "feb ",
                                       "2026 ", "\xF0\x9F\x8E\x82 ", "\x80", " at ", "noon "),

@@ -14,13 +14,13 @@ namespace quillo {
 /// Answers before the question returns, in a fraction of a millisecond. Its weights are unpacked when it is
 /// first asked for anything, which takes about a millisecond; where they are not as they should be, it is not
 /// available and the log says why.
-class EmbeddedModel : public LanguageModel {
+class EmbeddedClassifier : public LanguageModel {
 public:
     /// With the weights that are part of the program.
-    EmbeddedModel();
+    EmbeddedClassifier();
 
     /// With others. The bytes must outlive the model.
-    explicit EmbeddedModel(std::span<const unsigned char> weights) : bytes_(weights) {}
+    explicit EmbeddedClassifier(std::span<const unsigned char> weights) : bytes_(weights) {}
 
     bool isAvailable() const override;
     std::unique_ptr<LanguageModelSession> startSession(std::string instructions,
@@ -33,5 +33,8 @@ private:
     mutable std::optional<classifier::Weights> weights_;
     mutable bool tried_ = false;
 };
+
+/// The model with the weights that are part of the program.
+std::unique_ptr<LanguageModel> makeEmbeddedClassifier();
 
 } // namespace quillo
