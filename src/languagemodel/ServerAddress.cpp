@@ -99,10 +99,7 @@ Result<std::string> readServerAddress(std::string_view typed) {
     if (typed.size() > longestAddress || !authority || !consistsOf(path, pathCharacters) ||
         (scheme != "http" && scheme != "https") || (!hasScheme && !isLoopback(authority->host)))
         return none;
-    while (removeSuffix(path, "/")) {
-    }
-    removeSuffix(path, "/v1");
-    while (removeSuffix(path, "/")) {
+    while (removeSuffix(path, "/") || removeSuffix(path, "/v1")) {
     }
     return scheme + std::string(schemeEnd) + authority->host + authority->port + std::string(path);
 }

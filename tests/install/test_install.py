@@ -163,6 +163,10 @@ class Installed:
         self.quillo("add", "Call mom tomorrow at 9am")
         self.assertRegex(self.quillo("list"), r"^1  \[ \]  Call mom  .*9:00 AM\n$")
 
+    def test_command_finds_what_asks_servers(self):
+        self.quillo("model", "use", "http://127.0.0.1:1")
+        self.assertIn("nobody answers there", self.quillo("model", "status"))
+
     def test_documents_are_in_place(self):
         documents = self.prefix / "share/doc/quillo"
         self.assertIn("Quillo", (documents / "README.md").read_text())
@@ -415,7 +419,7 @@ class InstalledByPackage(Installed, unittest.TestCase):
         self.assertEqual(self.field("Section"), "utils")
         self.assertEqual(self.field("Priority"), "optional")
         self.assertEqual(self.field("Maintainer"), "The Quillo developers <developers@quillo.org>")
-        self.assertRegex(self.field("Depends"), r"\blibicu\d+\b.*\blibqt6dbus6\b.*\blibsimdjson\d+\b")
+        self.assertRegex(self.field("Depends"), r"\blibcurl4.*\blibicu\d+\b.*\blibqt6dbus6\b.*\blibsimdjson\d+\b")
         self.assertRegex(self.field("Depends"), r"\bqml6-module-qtquick\b")
         self.assertRegex(self.field("Description"), r"^small, fast to-do list .*\n Quillo keeps .*\n")
 

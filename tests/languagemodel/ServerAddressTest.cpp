@@ -15,6 +15,7 @@ TEST(ServerAddress, IsTheBaseHoweverItIsTyped) {
              {"http://127.0.0.1:11434/v1/", "http://127.0.0.1:11434"},
              {"HTTP://LocalHost:8080//", "http://localhost:8080"},
              {"http://localhost", "http://localhost"},
+             {"http://localhost/v1//v1/", "http://localhost"},
              {"http://[::1]:1234/v1", "http://[::1]:1234"},
              {"http://[::1]", "http://[::1]"},
              {"localhost:8080", "http://localhost:8080"},
