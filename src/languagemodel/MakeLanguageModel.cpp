@@ -1,6 +1,7 @@
 #include "languagemodel/MakeLanguageModel.h"
 
 #include "languagemodel/ModelServersLibrary.h"
+#include "languagemodel/ServedLanguageModel.h"
 
 namespace quillo {
 
@@ -8,9 +9,9 @@ std::unique_ptr<LanguageModel> makeLanguageModel(const LanguageModelChoice& choi
                                                  const MakeEmbeddedModel& makeEmbedded) {
     if (std::holds_alternative<EmbeddedModel>(choice))
         return makeEmbedded ? makeEmbedded() : nullptr;
-    const auto* const served = std::get_if<ServedModel>(&choice);
-    ModelServers* const servers = served ? loadModelServers() : nullptr;
-    return servers ? servers->model(*served, mainExecutor) : nullptr;
+    if (const auto* const served = std::get_if<ServedModel>(&choice))
+        return std::make_unique<ServedLanguageModel>(*served, mainExecutor, loadModelServers);
+    return nullptr;
 }
 
 } // namespace quillo

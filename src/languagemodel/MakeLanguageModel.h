@@ -13,8 +13,7 @@ namespace quillo {
 /// Makes the model that this program brings along; may be empty where it brings none.
 using MakeEmbeddedModel = std::function<std::unique_ptr<LanguageModel>()>;
 
-/// Null where none is to be asked, or what asks servers cannot be loaded; the log says why. The executor is
-/// the main thread's and outlives the model.
+/// Null where none is to be asked. The executor is the main thread's and outlives the model.
 std::unique_ptr<LanguageModel> makeLanguageModel(const LanguageModelChoice& choice, Executor& mainExecutor,
                                                  const MakeEmbeddedModel& makeEmbedded);
 

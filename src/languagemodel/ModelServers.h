@@ -13,8 +13,8 @@
 
 namespace quillo {
 
-/// Belongs to the main thread. It is in a library of its own, `quillo-modelservers`, which is loaded when a
-/// server is to be asked: most users have none, and HTTP takes thirty more libraries.
+/// It is in a library of its own, `quillo-modelservers`, which is loaded when a server is to be asked: most
+/// users have none, and HTTP takes thirty more libraries.
 class ModelServers {
 public:
     /// How long a session waits for its answer, from the question on.
@@ -23,8 +23,8 @@ public:
     virtual ~ModelServers() = default;
 
     /// A model that is asked over HTTP. Always available: whether the server answers shows only when it is
-    /// asked. A session that is dropped, and a model that is dropped, give up what is under way. The executor
-    /// is the main thread's and outlives the model.
+    /// asked. A session that is dropped, and a model that is dropped, give up what is under way. For the main
+    /// thread only, whose the executor is; that outlives the model.
     virtual std::unique_ptr<LanguageModel> model(ServedModel choice, Executor& mainExecutor,
                                                  std::chrono::milliseconds limit = patience) = 0;
 

@@ -5,7 +5,8 @@
 
 namespace quillo {
 
-/// Loads the library the first time. Null where it cannot be loaded; the log says why.
+/// Loads the library the first time, which may take a while. Any thread. Null where it cannot be loaded; the
+/// log says why.
 ModelServers* loadModelServers();
 
 } // namespace quillo

@@ -2,8 +2,14 @@
 
 #include "base/ManualExecutor.h"
 #include "languagemodel/ModelServersLibrary.h"
+#include "modelservers/ServerProcess.h"
+#include "support/AwaitingExecutor.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 namespace quillo {
 namespace {
@@ -31,6 +37,22 @@ TEST(MakeLanguageModel, MakesWhatIsChosen) {
     ASSERT_TRUE(served);
     EXPECT_TRUE(served->isAvailable());
     EXPECT_EQ(embedded, 1);
+}
+
+TEST(MakeLanguageModel, LeadsToTheServer) {
+    const support::ServerProcess server;
+    support::AwaitingExecutor executor;
+    const auto model = makeLanguageModel(ServedModel{server.address("good")}, executor, nullptr);
+    const auto session = model->startSession("", {});
+    std::vector<std::string> names;
+    session->respond("call mom", {}, [&](const Result<GeneratedContent>& content) {
+        ASSERT_TRUE(content) << content.error().message;
+        for (const auto& [name, value] : content->properties)
+            names.push_back(name);
+    });
+    ASSERT_TRUE(executor.runUntil([&] { return !names.empty(); }));
+    EXPECT_THAT(names,
+                testing::ElementsAre("kind", "amount", "month", "day", "hasTime", "hour", "minute", "title"));
 }
 
 TEST(ModelServersLibrary, IsLoadedOnce) {
