@@ -278,6 +278,12 @@ class Installed:
                              [("file", "with blanks.md"), ("folder", "")])
             self.assertEqual(self.bash("export", *option, "file", ""), formats)
 
+    def test_bash_offers_what_to_do_with_models(self):
+        self.assertEqual(self.bash("model", ""), [("list", ""), ("use", ""), ("status", "")])
+        self.assertEqual(self.bash("model", "use", ""), [("embedded", ""), ("none", "")])
+        for line in ["model", "list", ""], ["model", "use", "none", ""]:
+            self.assertEqual(self.bash(*line), [])
+
     def test_bash_only_looks_at_the_list(self):
         environment = self.stand_in(LOGGING_STAND_IN)
         for command in [*self.commands(), "nonsense"]:
@@ -327,6 +333,12 @@ class Installed:
             self.assertEqual([word for word, _ in self.fish(f"quillo export {option} file.md ")], sorted(formats))
 
     @needs("fish")
+    def test_fish_offers_what_to_do_with_models(self):
+        self.assertEqual([word for word, _ in self.fish("quillo model ")], ["list", "use", "status"])
+        self.assertEqual([word for word, _ in self.fish("quillo model use ")], ["embedded", "none"])
+        self.assertEqual(self.fish("quillo model list "), [])
+
+    @needs("fish")
     def test_fish_only_looks_at_the_list(self):
         environment = self.stand_in(LOGGING_STAND_IN)
         for command in [*self.commands(), "nonsense"]:
@@ -373,6 +385,11 @@ class Installed:
         self.zsh("quillo export ", "\njson ", "\nmarkdown ")
         for option in "-o ", "--output=":
             self.zsh(f"quillo export json {option}f", f"quillo export json {option}file.md ")
+
+    @needs("zsh")
+    def test_zsh_offers_what_to_do_with_models(self):
+        self.zsh("quillo model ", "\nlist ", "\nstatus ", "\nuse ")
+        self.zsh("quillo model use ", "\nembedded ", "none")
 
     @needs("zsh")
     def test_zsh_only_looks_at_the_list(self):

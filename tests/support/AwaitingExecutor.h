@@ -19,6 +19,12 @@ public:
         posted_.notify_one();
     }
 
+    /// Waits until something is posted, and leaves it waiting; false where it takes too long.
+    bool awaitWork(std::chrono::seconds limit = std::chrono::seconds(60)) {
+        std::unique_lock lock(mutex_);
+        return posted_.wait_for(lock, limit, [this] { return !waiting_.empty(); });
+    }
+
     /// Runs on the calling thread what is posted until the condition holds; false where it takes too long.
     template <class Condition>
     bool runUntil(Condition condition, std::chrono::seconds limit = std::chrono::seconds(60)) {
