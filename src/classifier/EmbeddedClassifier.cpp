@@ -85,7 +85,8 @@ bool EmbeddedClassifier::isAvailable() const {
     return weights() != nullptr;
 }
 
-std::unique_ptr<LanguageModelSession> EmbeddedClassifier::startSession(std::string, ModelReference reference) {
+std::unique_ptr<LanguageModelSession> EmbeddedClassifier::startSession(std::string,
+                                                                       ModelReference reference) {
     return std::make_unique<EmbeddedSession>(weights(), std::move(reference));
 }
 

@@ -52,14 +52,13 @@ Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& fold
 
 Session::Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
                  std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
-    : lock_(std::move(lock)), preferences_(std::move(preferences)),
-      languageModel_([this] {
-          return makeLanguageModel(preferredLanguageModel(*preferences_).choice, mainExecutor_,
+    : lock_(std::move(lock)), preferences_(std::move(preferences)), languageModel_([this] {
+          return makeLanguageModel(preferredLanguageModel(preferences_.get()).choice, mainExecutor_,
                                    makeEmbeddedClassifier);
       }),
       backups_(folder, clock_), calendar_(std::move(calendar)),
-      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_,
-                             &languageModel_}) {}
+      services_(
+          Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_, &languageModel_}) {}
 
 control::Answer Session::answer(const control::Request& request) {
     std::optional<control::Answer> answer;

@@ -14,7 +14,7 @@ constexpr const char* variable = "QUILLO_LANGUAGE_MODEL";
 
 } // namespace
 
-PreferredLanguageModel preferredLanguageModel(const Preferences& preferences) {
+PreferredLanguageModel preferredLanguageModel(const Preferences* preferences) {
     using Source = PreferredLanguageModel::Source;
     const char* const wanted = std::getenv(variable);
     if (wanted != nullptr && *wanted != '\0') {
@@ -25,7 +25,9 @@ PreferredLanguageModel preferredLanguageModel(const Preferences& preferences) {
             choice.error().message);
         return {NoModel{}, Source::Environment};
     }
-    if (const auto kept = preferences.text(preference_keys::languageModel)) {
+    const auto kept =
+        preferences != nullptr ? preferences->text(preference_keys::languageModel) : std::nullopt;
+    if (kept) {
         if (const Result<LanguageModelChoice> choice = readLanguageModelChoice(*kept))
             return {*choice, Source::Preferences};
     }

@@ -17,8 +17,9 @@ struct PreferredLanguageModel {
 };
 
 /// $QUILLO_LANGUAGE_MODEL, if it is set and not empty: what cannot be read there means none, and the log says
-/// so. Else what the preferences say; the embedded one where they say nothing, or nothing that can be read.
-PreferredLanguageModel preferredLanguageModel(const Preferences& preferences);
+/// so. Else what the preferences say; the embedded one where there are none, or they say nothing, or nothing
+/// that can be read.
+PreferredLanguageModel preferredLanguageModel(const Preferences* preferences);
 
 /// Keeps the choice that the text is, see readLanguageModelChoice(). An error, and nothing is changed, where
 /// it is none.

@@ -61,11 +61,12 @@ Result<std::unique_ptr<AppServices>> AppServices::open(const std::filesystem::pa
 AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lock,
                          std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
     : lock_(std::move(lock)), preferences_(std::move(preferences)), languageModel_([this] {
-          return makeLanguageModel(preferredLanguageModel(*preferences_).choice, mainExecutor_,
+          return makeLanguageModel(preferredLanguageModel(preferences_.get()).choice, mainExecutor_,
                                    makeEmbeddedClassifier);
       }),
       backups_(folder, clock_), calendar_(std::move(calendar)),
-      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_, &languageModel_}),
+      services_(
+          Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_, &languageModel_}),
       desktopNotifications_(product::desktopFile),
       alignment_(ReminderAlignmentDependencies{services_.todoStore(), services_.reminderBook(), clock_,
                                                calendar_, mainExecutor_}),

@@ -17,8 +17,8 @@ using testing::IsEmpty;
 using Source = PreferredLanguageModel::Source;
 
 struct PreferredLanguageModelTest : testing::Test {
-    std::string preferred() { return toText(preferredLanguageModel(preferences).choice); }
-    Source source() { return preferredLanguageModel(preferences).source; }
+    std::string preferred() { return toText(preferredLanguageModel(&preferences).choice); }
+    Source source() { return preferredLanguageModel(&preferences).source; }
 
     EnvironmentVariable unset{"QUILLO_LANGUAGE_MODEL", ""};
     support::CapturedLog log;

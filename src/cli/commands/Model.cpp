@@ -251,7 +251,7 @@ ExitCode model(const Arguments& arguments) {
     const auto session = Session::look();
     if (!session)
         return failed(session.error());
-    const PreferredLanguageModel preferred = preferredLanguageModel((*session)->preferences());
+    const PreferredLanguageModel preferred = preferredLanguageModel(&(*session)->preferences());
     const auto show = [&](const auto& shown) {
         if (arguments.has("json"))
             printAsJson(shown);
