@@ -137,6 +137,16 @@ def main():
         [beside(found, "3,000 lines", "parse3000Lines", "plainPatterns3000Lines", "cpu_ms")],
     )
 
+    print("## The embedded language model\n")
+    print("A typical text, one of 200 characters, and unpacking the weights when the first text asks for them.\n")
+    unpacked = found["unpackWeights"]
+    table(["", "ms"], [
+        ["a typical text", number(found["classifyTypicalTexts"]["us_a_text"] * 1e3)],
+        ["200 characters", number(found["classifyLongTexts"]["us_a_text"] * 1e3)],
+        ["unpacking", number(unpacked["cpu_ms"])],
+    ])
+    print(f"The weights are {unpacked['bytes'] / 1000:.0f} KB, and {unpacked['resident_bytes'] / 1000:.0f} KB in memory.\n")
+
     print("## The stored list\n")
     print("All tasks read into memory, beside a bare simdjson pass over every field (both copy the bytes first, as simdjson wants room behind them); and written, beside RapidJSON alone.\n")
     rows = []

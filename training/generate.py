@@ -1,10 +1,15 @@
-"""Makes labelled texts: titles and phrases put together as people type them, with their slips."""
+"""Makes labelled texts: titles and phrases put together as people type them, with their slips.
 
-import json
+usage: generate.py PROGRAM ENGLISH SEED COUNT FILE
+"""
+
+import pathlib
+import pickle
 import random
 import re
-import subprocess
+import sys
 
+from english import paths
 from negatives import Negatives
 from phrases import Meaning, Phrases
 from titles import Titles
@@ -251,23 +256,6 @@ class Generator:
         return text, "K" * len(tokenize(text)), Meaning()
 
 
-def paths(texts, program):
-    """Who understands each text: none, rules or miss."""
-    questions = "".join(
-        json.dumps({"id": i, "text": text, "now": "2025-03-04T09:41", "tz": "America/New_York", "locale": "en_US"})
-        + "\n"
-        for i, text in enumerate(texts)
-    )
-    answers = subprocess.run(
-        [program, "parse", "--jsonl"],
-        input=questions.encode(),
-        stdout=subprocess.PIPE,
-        env={"QUILLO_LANGUAGE_MODEL": "none", "HOME": "/nonexistent", "PATH": "/usr/bin:/bin"},
-        check=True,
-    ).stdout
-    return [json.loads(line)["path"] for line in answers.decode().splitlines()]
-
-
 def examples(seed, count, real, program, negatives=0.4):
     """That many examples, most of which only a model can date."""
     generator = Generator(seed, real)
@@ -292,3 +280,10 @@ def examples(seed, count, real, program, negatives=0.4):
             ):
                 found.append(example)
     return found[:count]
+
+
+if __name__ == "__main__":
+    program, english, seed, count, file = sys.argv[1:]
+    real = pathlib.Path(english).read_text(encoding="utf-8").splitlines()
+    with open(file, "wb") as out:
+        pickle.dump(examples(int(seed), int(count), real, program), out)

@@ -1,12 +1,17 @@
-"""Writes what the trainer's own net makes of 500 texts, for the program to be held against."""
+"""Writes what the trainer's own network makes of 500 texts, for the program to be held against.
+
+usage: golden.py WEIGHTS ENGLISH FILE
+"""
 
 import datetime
 import json
+import pathlib
 import random
 import sys
 
 from generate import Generator
-from predict import *
+from predict import NONE, classify, load, month_first, outputs
+from tokens import features, tokenize
 
 ODD = [
     "",
@@ -57,60 +62,60 @@ ODD = [
 ]
 
 
-def main(model, out):
-    net = load(model)
+def texts(english):
     r = random.Random(99)
-    real = open("/tmp/real2.txt").read().split("\n")
-    generator = Generator(98, real)
-    texts = list(ODD)
-    while len(texts) < 500:
+    generator = Generator(98, english)
+    found = list(ODD)
+    while len(found) < 500:
         text = (generator.negative() if r.random() < 0.3 else generator.positive())[0]
-        texts.append(text + ("" if r.random() < 0.9 else r.choice([" 🙂", " – ok", " é", " naïveté"])))
-    lines = []
-    for text, output in zip(texts, outputs(net, [t or "-" for t in texts])):
-        now = datetime.datetime(
-            r.choice([2024, 2025, 2026, 2028]), r.randrange(1, 13), r.randrange(1, 29), r.randrange(24), r.randrange(60)
-        )
-        locale = r.choice(["en_US", "en_US", "en_GB", "de_DE", "en", ""])
-        if not tokenize(text):
-            lines.append(
-                {"text": text, "now": now.isoformat(), "locale": locale, "tokens": [], "answer": dict(NONE, title=text)}
+        found.append(text + ("" if r.random() < 0.9 else r.choice([" 🙂", " – ok", " é", " naïveté"])))
+    return found
+
+
+def token_row(text, token, row):
+    """Begin and end in bytes, rows of characters, class of the value, row of the lexicon, flags as bits."""
+    characters, value, word, flags = row
+    place = [len(text[:at].encode()) for at in (token.start, token.end)]
+    return [*place, [c for c in characters if c], value, word, int("".join(str(int(flag)) for flag in flags), 2)]
+
+
+def best(scores):
+    return [int(scores.argmax()), round(float(scores.max()), 4)]
+
+
+def golden(text, output, now, locale):
+    line = {"text": text, "now": now.isoformat(), "locale": locale}
+    if not tokenize(text):
+        return {**line, "tokens": [], "answer": dict(NONE, title=text)}
+    tokens, roles, heads = output
+    answer, score = classify(text, now, month_first(locale), output)
+    return {
+        **line,
+        "tokens": [token_row(text, token, row) for token, row in zip(tokens, features(text, tokens))],
+        "roles": [best(scores) for scores in roles],
+        "kind": [round(float(score), 4) for score in heads["kind"]],
+        "best": {name: best(scores) for name, scores in heads.items() if name != "kind"},
+        "answer": answer,
+        "score": round(score, 4),
+    }
+
+
+def main(weights, english, file):
+    found = texts(pathlib.Path(english).read_text(encoding="utf-8").splitlines())
+    r = random.Random(97)
+    with open(file, "w", encoding="utf-8") as out:
+        for text, output in zip(found, outputs(load(weights), [text or "-" for text in found])):
+            now = datetime.datetime(
+                r.choice([2024, 2025, 2026, 2028]),
+                r.randrange(1, 13),
+                r.randrange(1, 29),
+                r.randrange(24),
+                r.randrange(60),
             )
-            continue
-        tokens, roles, heads = output
-        answer, score = classify(text, now, month_first(locale), output)
-        rows = features(text, tokens)
-        lines.append(
-            {
-                "text": text,
-                "now": now.isoformat(),
-                "locale": locale,
-                "tokens": [
-                    [
-                        len(text[: t.start].encode()),
-                        len(text[: t.end].encode()),
-                        [c for c in row[0] if c],
-                        row[1],
-                        row[2],
-                        int("".join(str(int(f)) for f in row[3]), 2),
-                    ]
-                    for t, row in zip(tokens, rows)
-                ],
-                "roles": [[int(row.argmax()), round(float(row.max()), 4)] for row in roles],
-                "kind": [round(float(x), 4) for x in heads["kind"]],
-                "best": {
-                    name: [int(scores.argmax()), round(float(scores.max()), 4)]
-                    for name, scores in heads.items()
-                    if name != "kind"
-                },
-                "answer": answer,
-                "score": round(score, 4),
-            }
-        )
-    with open(out, "w") as file:
-        for line in lines:
-            file.write(json.dumps(line, ensure_ascii=False, separators=(",", ":")) + "\n")
+            locale = r.choice(["en_US", "en_US", "en_GB", "de_DE", "en", ""])
+            line = golden(text, output, now, locale)
+            out.write(json.dumps(line, ensure_ascii=False, separators=(",", ":")) + "\n")
 
 
 if __name__ == "__main__":
-    main(sys.argv[1], sys.argv[2])
+    main(*sys.argv[1:])

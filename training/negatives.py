@@ -1,47 +1,8 @@
 """Texts that look as if they spoke of time and do not: made ones, and lines of real English."""
 
 import re
-import subprocess
 
 from titles import DO, PEOPLE, PLACES, TRAPS, TRAP_TASKS, VERBS
-
-DATED = re.compile(
-    r"\b(now|today|tomorrow|tonight|yesterday|mondays?|tuesdays?|wednesdays?|thursdays?|fridays?|saturdays?|sundays?|noon|midnight|o'clock|a\.m|p\.m|"
-    r"(in the|this|every|each|by) (morning|afternoon|evening)|at night|weekend|next (week|month|year)|christmas|thanksgiving|new year|"
-    r"from now|end of (the|this|next) (day|week|month|year)|end of \w*(january|february|march|april|may|june|july|august|september|october|november|december))\b|"
-    r"\b\d{1,2}(st|nd|rd|th)?( of)? (jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec)|\b(jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec)\w* \d|"
-    r"\b(early|late|mid|middle of|in|since|by|until|before|on) (january|february|march|april|may|june|july|august|september|october|november|december)\b|\b(in|within|after|for) [\w' ]{0,24}\b(minute|hour|day|week|month|year)s?\b|"
-    r"\b\d+ ?[ap]m\b|\bat \d|\b\d{1,2}/\d{1,2}\b|\baround \d{1,2}$|\bat (one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)\b",
-    re.I,
-)
-
-
-def wordnet_lines(folder="/usr/share/wordnet"):
-    """The definitions and examples of WordNet, without what speaks of a date."""
-    lines = set()
-    for part in "noun", "verb", "adj", "adv":
-        with open(f"{folder}/data.{part}", encoding="utf-8", errors="replace") as data:
-            for line in data:
-                if line.startswith("  ") or "|" not in line:
-                    continue
-                gloss = line.split("|", 1)[1].strip()
-                lines.update(example.strip() for example in re.findall(r'"([^"]+)"', gloss))
-                lines.update(sense.strip(" ;.-") for sense in re.sub(r'"[^"]*"', "", gloss).split(";"))
-    return sorted(line for line in lines if 8 < len(line) < 160 and not DATED.search(line))
-
-
-def package_lines():
-    """The short and long descriptions of Debian's packages, sentence by sentence."""
-    text = subprocess.run(["apt-cache", "dumpavail"], stdout=subprocess.PIPE, check=True).stdout.decode(
-        "utf-8", "replace"
-    )
-    lines = set()
-    for paragraph in re.findall(r"^Description(?:-en)?: (.*(?:\n .*)*)", text, re.M):
-        for sentence in re.split(r"(?<=[.;:])\s+|\n \.\n", re.sub(r"\n (?!\.)", " ", paragraph)):
-            sentence = sentence.strip(" .*-")
-            if 12 < len(sentence) < 160 and not DATED.search(sentence):
-                lines.add(sentence)
-    return sorted(lines)
 
 
 class Negatives:

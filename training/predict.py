@@ -1,15 +1,15 @@
 """From a text to an answer, as src/classifier does it: the network's outputs, read with what the text says in digits."""
 
 import datetime
-import math
 
 import numpy as np
 import torch
 
+from dataset import Dataset
 from generate import ROLES
-from net import HEADS, Net
-from phrases import AMOUNTS, KINDS, MINUTES, WEEKDAYS
-from tokens import features, is_digit, is_letter, nearest, tokenize
+from net import Net
+from phrases import AMOUNTS, KINDS, MINUTES, WEEKDAYS, Meaning
+from tokens import is_digit, tokenize
 
 SURE = 0.5
 MONTH_FIRST = {"US", "PH", "CA", "FM", "PW", "MH", "GU", "PR", "VI", "AS", "MP"}
@@ -30,9 +30,6 @@ def load(file):
 
 def outputs(net, texts):
     """For each text: tokens, role probabilities, head probabilities."""
-    from dataset import Dataset
-    from phrases import Meaning
-
     d = Dataset()
     tokens = []
     for text in texts:
@@ -59,10 +56,6 @@ def outputs(net, texts):
 def softmax(x):
     e = np.exp(x - x.max())
     return e / e.sum()
-
-
-class Answer(dict):
-    pass
 
 
 NONE = {"kind": "NONE", "amount": 0, "month": 0, "day": 0, "hasTime": False, "hour": 0, "minute": 0}
