@@ -101,6 +101,12 @@ def desktop(found):
             )
         ],
     )
+    (bare,) = found["reopened"].values()
+    print(
+        "The bare Qt list window, taken away and brought back: "
+        f"{number(bare['reopen_wall_ms'])} ms until it is painted, {number(bare['reopen_cpu_ms'])} ms of processor time. "
+        "What both wait for is the window manager.\n"
+    )
     print("The bare Qt tray program at rest, for comparison:\n")
     (floor,) = found["resting"].values()
     table(["resident MB", "proportional MB", "anonymous MB"], [[number(value) for value in floor.values()]])

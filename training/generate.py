@@ -191,10 +191,10 @@ class Generator:
                     "via",
                 )
             ]
-            if len(words) < 3 and not cut:
+            if (len(words) < 3 or phrase.is_name) and not cut:
                 whole = title + " " + inner
             else:
-                i = r.choice(cut) if cut and r.random() < 0.85 else r.randrange(1, len(words))
+                i = r.choice(cut) if cut and (phrase.is_name or r.random() < 0.85) else r.randrange(1, len(words))
                 whole = " ".join(words[:i]) + " " + inner + " " + " ".join(words[i:])
                 if re.search(r"\b(at|before|in|on|after)$", " ".join(words[:i]).lower()):
                     whole = title + " " + inner

@@ -182,7 +182,7 @@ class Meaning:
 class Phrase:
     text: str  # with marks
     meaning: Meaning = field(default_factory=Meaning)
-    is_name: bool = False  # of a day, without a preposition: before a thing it is an adjective
+    is_name: bool = False  # without a preposition: before a thing it would be an adjective, or a fraction
 
 
 class Phrases:
@@ -1758,7 +1758,7 @@ class Phrases:
         if self.chance(0.07):
             weekday = self.weekday()[1]
             date = self.pick(f"{weekday} {date}", f"{weekday}, {date}", f"{date} ({weekday})")
-        return Phrase(prefix + date, Meaning("NUMERIC_DATE"))
+        return Phrase(prefix + date, Meaning("NUMERIC_DATE"), is_name=prefix == "")
 
     def nth(self):
         day = self.r.randrange(1, 32)

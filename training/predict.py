@@ -11,7 +11,7 @@ from net import Net
 from phrases import AMOUNTS, KINDS, MINUTES, WEEKDAYS, Meaning
 from tokens import is_digit, tokenize
 
-SURE = 0.5
+SURE = 0.6
 MONTH_FIRST = {"US", "PH", "CA", "FM", "PW", "MH", "GU", "PR", "VI", "AS", "MP"}
 
 
@@ -78,7 +78,8 @@ def classify(text, now, first_is_month, output):
         p = softmax(scores)[:allowed]
         best = int(p.argmax())
         roles.append(ROLES[best])
-        unsure = min(unsure, float(p[best] / p.sum()))
+        if is_digit(token.text[0]):
+            unsure = min(unsure, float(p[best] / p.sum()))
     score *= unsure
 
     def values(role):

@@ -1,6 +1,7 @@
 """Titles of tasks, as people write them: verbs, things, names and places put together, and many that are whole already."""
 
 import pathlib
+import re
 
 FOLDER = pathlib.Path(__file__).resolve().parent / "words"
 
@@ -36,19 +37,27 @@ def load_verbs(path="/usr/share/wordnet/index.verb"):
         ]
 
 
+# What makes the program take a look at a text, also within a word.
+FRAGMENTS = re.compile(
+    r"night|noon|morning|evening|early|later|soon|asap|week|jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec|around"
+)
+
+
 class Titles:
     def __init__(self, rng):
         self.r = rng
         self.nouns = load_nouns()
         self.verbs = load_verbs()
+        self.fragment_nouns = [noun for noun in self.nouns if FRAGMENTS.search(noun)]
+        self.fragment_verbs = [verb for verb in self.verbs if FRAGMENTS.search(verb)]
 
     def thing(self):
         r = self.r.random()
-        if r < 0.62:
+        if r < 0.6:
             return self.r.choice(THINGS)
-        if r < 0.9:
+        if r < 0.8:
             return self.r.choice(self.nouns)
-        return self.r.choice(TRAPS)
+        return self.r.choice(self.fragment_nouns) if r < 0.92 else self.r.choice(TRAPS)
 
     def number(self):
         r = self.r
@@ -107,6 +116,59 @@ class Titles:
         if r.random() < 0.16:
             text += " " + r.choice(PLACES)
         return text
+
+    def ratio(self):
+        """Two numbers that are a fraction, a size or a score."""
+        r = self.r
+        return r.choice(
+            [
+                r.choice(
+                    [
+                        "1/2",
+                        "1/3",
+                        "2/3",
+                        "1/4",
+                        "3/4",
+                        "1/5",
+                        "4/5",
+                        "1/8",
+                        "3/8",
+                        "5/8",
+                        "7/8",
+                        "1/16",
+                        "3/16",
+                        "5/16",
+                        "7/16",
+                        "9/16",
+                    ]
+                ),
+                r.choice(
+                    [
+                        "4/4",
+                        "3/4",
+                        "6/8",
+                        "2/4",
+                        "5/4",
+                        "12/8",
+                        "7/8",
+                        "2/2",
+                        "16/9",
+                        "4/3",
+                        "21/9",
+                        "24/7",
+                        "9/11",
+                        "50/50",
+                        "20/20",
+                        "80/20",
+                    ]
+                ),
+                f"{r.randrange(1, 11)}/10",
+                f"{r.randrange(1, 6)}/5",
+                f"{r.randrange(1, 13)}/12",
+                f"{r.randrange(9, 18)}/{r.randrange(5, 11)}",
+                f"{r.randrange(1, 31)}/{r.randrange(2, 32)}",
+            ]
+        )
 
     def trap(self):
         """A title that holds a word or a number that could be a time, and is none."""
@@ -185,6 +247,22 @@ class Titles:
                 lambda: f"{r.choice(['meet Kim', 'taco truck', 'coffee', 'pickup', 'parking', 'lunch', 'check the shop', 'look at apartment', 'bus stop', 'bike rack'])} {r.choice(['near', 'at', 'on', 'corner of', '@', 'by', 'next to'])} {r.choice(['', 'the '])}{r.randrange(1, 99)}{r.choice(['th', 'st', 'nd', 'rd'])} {r.choice(['and Main', 'and Market', 'ave', 'street', 'st', '& Broadway', 'and Pine', 'avenue', 'floor', 'and May', 'and Marcy'])}",
                 lambda: f"{r.choice(DO)} {self.thing()} {r.choice(['rm', 'room', 'gate', 'rink', 'table', 'seat', 'bay', 'apt', 'suite', 'hall', 'court', 'field', 'lane', 'ch', 'pg', 'p.', 'unit', 'locker'])} {r.randrange(1, 400)}",
                 lambda: f"{r.randrange(2, 13)} {r.choice(['mo', 'month', 'week', 'wk', 'yr', 'year', 'day', 'hour', 'min'])} {r.choice(['checkup', 'review', 'follow up', 'anniversary', 'shots', 'plan', 'report', 'trial', 'class', 'warranty'])} {r.choice(['', 'w/ pediatrician', 'with Dana', 'for Max'])}".strip(),
+                lambda: f"{r.choice(DO)} {r.choice(['the ', '', 'a ', 'my ', 'some '])}{r.choice(self.fragment_nouns)}",
+                lambda: f"{r.choice(DO)} {r.choice(['the ', '', 'a '])}{r.choice(self.fragment_nouns)} {r.choice(self.nouns)}",
+                lambda: f"{r.choice(self.fragment_verbs)} {r.choice(['the ', '', 'a ', 'my '])}{self.thing()}",
+                lambda: f"{r.choice(self.fragment_nouns)} {r.choice(['and', 'or', '+', '&', 'for', 'with'])} {self.thing()}",
+                lambda: f"{r.choice(DO)} {r.choice(['the ', 'a ', 'that '])}{r.randrange(1, 32)}/{r.randrange(2, 32)} {self.thing()}",
+                lambda: f"{r.choice(DO)} {r.choice(['the ', 'a ', 'that ', '', ''])}{self.ratio()} {self.thing()}",
+                lambda: f"{self.ratio()} {self.thing()} {r.choice(['', 'for Nana', 'is missing', 'broken', 'left', 'for the deck', 'and screws', 'to Bob', ', tell ' + r.choice(PEOPLE)])}".strip(),
+                lambda: f"{r.choice(['set ratio', 'ratio', 'blood pressure', 'bp', 'score', 'rated', 'mix', 'vision', 'odds', 'set aspect ratio', 'battery at', 'progress', 'got', 'scored', 'rating', 'time signature', 'split it', 'cut to', 'sand to', 'tuning', 'grade'])} {self.ratio()} {r.choice(['', 'on the export', ', tell nurse', 'for the song', 'with Dana', 'on the exam', 'again'])}".strip(),
+                lambda: f"{r.choice(['Beethoven', 'Mahler', 'Bruckner', 'Henry', 'Louis', 'Elizabeth', 'Dvorak', 'Shostakovich'])}{r.choice([chr(39) + 's ', ' the ', ' '])}{r.randrange(1, 17)}{r.choice(['th', 'th', 'st', 'nd', 'rd'])}{r.choice(['', ', find a recording', ' tickets', ' symphony', ' essay', ' cd for dad'])}",
+                lambda: f"{self.thing()} ({r.randrange(1, 25)})",
+                lambda: f"{r.choice(DO)} {self.thing()} ({r.randrange(1, 25)})",
+                lambda: f"{r.choice(['weekend', 'sunday', 'friday', 'monday', 'morning', 'evening', 'night', 'midnight', 'saturday', 'christmas', 'mays', 'julys', 'marches', 'early', 'late night'])} {self.thing()}",
+                lambda: f"{r.choice(['mondays', 'tuesdays', 'wednesdays', 'thursdays', 'fridays', 'saturdays', 'sundays', 'weekends', 'May', 'June', 'April', 'August', 'October', 'The March', 'Friday', 'Sunday', 'Thursday'])} {r.choice(['with', 'and', 'or', 'by', 'the', 'in', 'of', 'at the', 'on the'])} {self.thing()}, {self.title()}",
+                lambda: f"{r.choice(['house number', 'go to', 'pick up at', 'drop off at', 'find', 'drive to', 'view', 'map', 'address:'])} {r.randrange(1, 400)} {r.choice(['december', 'may', 'june', 'march', 'april', 'august', 'october', 'sunday', 'friday', 'autumn', 'maple', 'mayfair', 'marlow', 'january', 'juniper', 'augusta'])} {r.choice(['dr', 'st', 'street', 'lane', 'ave', 'road', 'rd', 'way', 'court', 'drive'])}{r.choice(['', ' on the map', ' for ' + r.choice(PEOPLE)])}",
+                lambda: f"{r.choice(['what did we', 'how much did we', 'who', 'why did we', 'where did we', 'did we'])} {r.choice(['pay', 'spend', 'order', 'book', 'eat', 'visit', 'buy'])} in {r.choice(months)}? {self.title()}",
+                lambda: f"{r.choice(DO)} {self.thing()}, {r.choice(['page', 'track', 'game', 'box', 'level', 'aisle', 'row', 'chapter', 'set', 'round', 'disc'])} {r.randrange(1, 32)}/{r.randrange(2, 32)}",
                 lambda: f"{r.choice(TRAP_TASKS)}",
                 lambda: f"{r.choice(DO)} {r.choice(TRAPS)}",
                 lambda: f"{r.choice(DO)} {r.randrange(1, 30)} {self.thing()}",

@@ -7,6 +7,7 @@ Window {
     height: 480
     visible: true
     title: "List"
+    flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
 
     Rectangle {
         id: field

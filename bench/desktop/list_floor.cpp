@@ -1,12 +1,42 @@
-// The least that a Qt Quick program with a list in a window is, drawn as Quillo draws: see ListFloor.qml.
+// The least that a Qt Quick program with a list in a window is, drawn as Quillo draws: see ListFloor.qml. SIGUSR1 takes the
+// window away and brings it back.
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <QSocketNotifier>
 #include <QUrl>
 
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <csignal>
+
 int main(int argc, char** argv) {
+    sigset_t toggling;
+    sigemptyset(&toggling);
+    sigaddset(&toggling, SIGUSR1);
+    sigprocmask(SIG_BLOCK, &toggling, nullptr);
+    const int signals = signalfd(-1, &toggling, SFD_CLOEXEC);
+
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication loop(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     QQmlApplicationEngine engine(QUrl(QStringLiteral("qrc:/qt/qml/ListFloor/ListFloor.qml")));
-    return engine.rootObjects().isEmpty() ? 1 : QGuiApplication::exec();
+    if (engine.rootObjects().isEmpty())
+        return 1;
+    auto* const window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+    const QSocketNotifier notifier(signals, QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, window, [signals, window] {
+        signalfd_siginfo signal;
+        if (read(signals, &signal, sizeof signal) != sizeof signal)
+            return;
+        if (window->isVisible()) {
+            window->hide();
+        } else {
+            window->show();
+            window->raise();
+            window->requestActivate();
+        }
+    });
+    return QGuiApplication::exec();
 }

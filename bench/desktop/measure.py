@@ -56,6 +56,12 @@ def measure(stage, arguments):
     figures = {
         "status_item": in_turns(arguments.rounds, starts),
         "first_frame": in_turns(arguments.rounds, frames),
+        "reopened": {
+            LIST_FLOOR: {
+                key: statistics.median(value)
+                for key, value in stage.reopened(list_floor(), arguments.openings).items()
+            }
+        },
         "resting": {TRAY_FLOOR: stage.resting(tray_floor())},
         "in_use": in_use,
         "absent": [name for name in PEERS if name not in frames],
@@ -69,7 +75,7 @@ def measure(stage, arguments):
 
 
 def show(figures):
-    for what in ("status_item", "first_frame", "resting", "in_use"):
+    for what in ("status_item", "first_frame", "reopened", "resting", "in_use"):
         print(f"{what}:")
         for name, row in figures[what].items():
             print(f"  {name}: " + ", ".join(f"{key} {value:.4g}" for key, value in row.items()))

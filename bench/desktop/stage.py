@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import signal
 import subprocess
 import tempfile
 import time
@@ -91,6 +92,25 @@ class Stage:
             time.sleep(SHOWN_SECONDS)
             shown = memory(run.process)
             return {"cpu_ms": spent, "wall_ms": (when - run.started) * 1000, **of_memory(shown)}
+
+    def reopened(self, command, openings):
+        """A program whose window SIGUSR1 takes away and brings back: how long the latter takes, so often."""
+        with self._running(command) as run:
+            self._windows.wait_until_painted(run.process)
+            walls, cpus = [], []
+            for _ in range(openings):
+                time.sleep(SHOWN_SECONDS)
+                self._windows.forget()
+                os.kill(run.process, signal.SIGUSR1)
+                self._windows.wait_until_gone(run.process)
+                wait_for_rest(run.process)
+                self._windows.forget()
+                before, started = processor_ms(run.process), time.monotonic()
+                os.kill(run.process, signal.SIGUSR1)
+                painted, spent = self._windows.wait_until_painted(run.process)
+                walls.append((painted - started) * 1000)
+                cpus.append(spent - before)
+        return {"reopen_wall_ms": walls, "reopen_cpu_ms": cpus}
 
     def resting(self, command, quillo=None):
         """What a program takes that shows nothing but its icon."""

@@ -93,16 +93,19 @@ public:
     const std::vector<Role>& roles() const { return roles_; }
 
 private:
-    /// Only digits stand for numbers.
+    /// Only digits stand for numbers. A doubt about them is one about the date; one about words is only about
+    /// the title.
     void assignRoles() {
         double least = 1;
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
-            const std::size_t allowed = isDigit(tokens_[i].word.front()) ? roleCount : 2;
+            const bool digits = isDigit(tokens_[i].word.front());
+            const std::size_t allowed = digits ? roleCount : 2;
             const std::vector<double> scores = probabilities(
                 std::vector<float>(impression_.roles[i].begin(),
                                    impression_.roles[i].begin() + static_cast<std::ptrdiff_t>(allowed)));
             const std::size_t best = placeOfHighest(scores);
-            least = std::min(least, scores[best]);
+            if (digits)
+                least = std::min(least, scores[best]);
             roles_.push_back(static_cast<Role>(best));
         }
         score_ *= least;
