@@ -7,7 +7,7 @@ import torch
 
 from net import DILATIONS, HEADS
 from phrases import AMOUNTS, KINDS, MINUTES
-from tokens import CHARACTERS, LEXICON
+from tokens import CHARACTERS, CUT, LEXICON
 
 
 def fnv(data):
@@ -34,7 +34,15 @@ def layer(weight, bias):
 
 def write(state, file):
     vocabulary = "\n".join(
-        [CHARACTERS, " ".join(LEXICON), " ".join(KINDS), " ".join(map(str, AMOUNTS)), " ".join(map(str, MINUTES)), ""]
+        [
+            CHARACTERS,
+            " ".join(LEXICON.words),
+            " ".join(KINDS),
+            " ".join(map(str, AMOUNTS)),
+            " ".join(map(str, MINUTES)),
+            " ".join(CUT.words),
+            "",
+        ]
     ).encode()
     body = struct.pack("<I", len(vocabulary)) + vocabulary
     body += matrix(state["characters.weight"]) + layer(state["filters.weight"], state["filters.bias"])

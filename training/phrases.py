@@ -4,7 +4,10 @@ A phrase is a text with marks: {3|D} is a digit run with a role of its own; ever
 from the title. `Meaning` is what the network learns to tell of it; it knows nothing of today's date.
 """
 
+import pathlib
 import random
+import re
+from collections import Counter
 from dataclasses import dataclass, field, replace
 
 WEEKDAYS = ["sunday", "monday", "tuesday", "wednesday", "thursday", "friday", "saturday"]
@@ -2110,3 +2113,18 @@ class Phrases:
                 joint = self.pick(" at ", " at ", ", ", " @ ", " around ")
             return Phrase(day.text + joint + text, meaning)
         return day
+
+
+def words_to_cut():
+    """The words that phrases are made of, but for rare ones."""
+    phrases = Phrases(random.Random(0))
+    counts = Counter(
+        word for _ in range(200_000) for word in set(re.findall(r"[a-z]+(?:'[a-z]+)*", phrases.phrase().text.lower()))
+    )
+    return sorted(word for word, count in counts.items() if count > 2 and len(word) > 2)
+
+
+if __name__ == "__main__":
+    (pathlib.Path(__file__).resolve().parent / "words" / "cut.txt").write_text(
+        "\n".join(words_to_cut()) + "\n", encoding="utf-8"
+    )

@@ -9,7 +9,7 @@ from dataset import Dataset
 from generate import ROLES
 from net import Net
 from phrases import AMOUNTS, KINDS, MINUTES, WEEKDAYS, Meaning
-from tokens import is_digit, tokenize
+from tokens import is_digit, is_letter, may_be_cut, tokenize
 
 SURE = 0.6
 MONTH_FIRST = {"US", "PH", "CA", "FM", "PW", "MH", "GU", "PR", "VI", "AS", "MP"}
@@ -77,6 +77,9 @@ def classify(text, now, first_is_month, output):
         allowed = len(ROLES) if is_digit(token.text[0]) else 2
         p = softmax(scores)[:allowed]
         best = int(p.argmax())
+        # A word that no phrase has says something else: rather one too many in the title than one lost.
+        if ROLES[best] == "S" and is_letter(token.text[0]) and not may_be_cut(token.text):
+            best = ROLES.index("K")
         roles.append(ROLES[best])
         if is_digit(token.text[0]):
             unsure = min(unsure, float(p[best] / p.sum()))

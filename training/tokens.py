@@ -1,5 +1,6 @@
 """Texts as the network sees them: the same steps as src/classifier/Tokens.cpp, and in the same order."""
 
+import pathlib
 from dataclasses import dataclass
 
 LONGEST = 500  # characters of a text
@@ -9,16 +10,15 @@ CHARACTER_INDEX = {c: i + 2 for i, c in enumerate(CHARACTERS)}  # 0 is nothing, 
 CHARACTER_COUNT = len(CHARACTERS) + 2
 
 # Words that say when, for telling misspelt ones from others.
-LEXICON = """today tomorrow tonight tmrw tomoz monday tuesday wednesday thursday friday saturday sunday mon tue tues wed weds thu thur thurs fri sat sun
+LEXICON_WORDS = """today tomorrow tonight tmrw tomoz monday tuesday wednesday thursday friday saturday sunday mon tue tues wed weds thu thur thurs fri sat sun
 january february march april may june july august september october november december jan feb mar apr jun jul aug sep sept oct nov dec
 morning afternoon evening night noon midnight midday lunch lunchtime minute minutes hour hours day days week weeks weekend month months year years
 min mins hr hrs wk wks wkend wknd early late later mid middle end start beginning next this coming first second third fourth fifth sixth seventh eighth ninth tenth
 eleventh twelfth twentieth thirtieth one two three four five six seven eight nine ten eleven twelve fifteen twenty thirty forty fifty half quarter past couple few several
 christmas xmas thanksgiving easter halloween valentine eve new eod eow eom cob business close thing from now after before around about by until till between due fortnight
 nxt tonite nite following within another last morn mornin noonish midweek ish oclock clock thru valentines presidents memorial labor veterans mothers fathers mlk nye sometime anytime starting deadline latest approx roughly sharp btw bfr """.split()
-assert len(set(LEXICON)) == len(LEXICON), [w for w in LEXICON if LEXICON.count(w) > 1]
-LEXICON_INDEX = {w: i + 1 for i, w in enumerate(LEXICON)}  # 0 is none
-LEXICON_COUNT = len(LEXICON) + 1
+assert len(set(LEXICON_WORDS)) == len(LEXICON_WORDS)
+LEXICON_COUNT = len(LEXICON_WORDS) + 1  # 0 is none
 
 
 def is_digit(c):
@@ -120,34 +120,45 @@ def distance(a, b, limit):
     return min(row[len(b)], limit + 1)
 
 
-_nearest = {}
+class Lexicon:
+    """Words, found also where they are misspelt."""
+
+    def __init__(self, words):
+        self.words = words
+        self.places = {word: i + 1 for i, word in enumerate(words)}
+        self.found = {}
+
+    def look(self, word):
+        """The place of the word that is meant, from 1, and how many slips away it is (0 to 2); 0 and 3 if none is."""
+        if word not in self.found:
+            if len(self.found) > 400_000:
+                self.found.clear()
+            self.found[word] = self._search(word)
+        return self.found[word]
+
+    def _search(self, word):
+        if word in self.places:
+            return self.places[word], 0
+        best, best_distance = 0, 3
+        if len(word) < 4 or len(word) > 14:
+            return best, best_distance
+        limit = 1 if len(word) < 7 else 2
+        for i, known in enumerate(self.words):
+            if 4 <= len(known) <= 16 and abs(len(known) - len(word)) <= limit:
+                slips = distance(word, known, limit)
+                if slips <= limit and slips < best_distance:
+                    best, best_distance = i + 1, slips
+        return best, best_distance
 
 
-def nearest(word):
-    """The word of the lexicon that is meant, and how many edits away it is (0 to 2); 0 and 3 if none is near."""
-    found = _nearest.get(word)
-    if found is None:
-        found = _nearest[word] = _search(word)
-        if len(_nearest) > 400_000:
-            _nearest.clear()
-    return found
+LEXICON = Lexicon(LEXICON_WORDS)
+# Words that may be cut from a title.
+CUT = Lexicon((pathlib.Path(__file__).resolve().parent / "words" / "cut.txt").read_text(encoding="utf-8").split())
 
 
-def _search(word):
-    exact = LEXICON_INDEX.get(word)
-    if exact:
-        return exact, 0
-    if len(word) < 4 or len(word) > 14:
-        return 0, 3
-    limit = 1 if len(word) < 7 else 2
-    best, best_distance = 0, 3
-    for index, known in enumerate(LEXICON):
-        if len(known) < 4 or abs(len(known) - len(word)) > limit:
-            continue
-        d = distance(word, known, limit)
-        if d <= limit and d < best_distance:
-            best, best_distance = index + 1, d
-    return best, best_distance
+def may_be_cut(word):
+    """Of letters; short ones always."""
+    return len(word) < 3 or CUT.look(word)[1] < 3
 
 
 FLAG_COUNT = 10
@@ -160,7 +171,7 @@ def features(text, tokens):
         word = token.text
         shown = word if len(word) <= TOKEN_CHARACTERS else word[:8] + word[-4:]
         characters = [CHARACTER_INDEX.get(c, 1) for c in shown] + [0] * (TOKEN_CHARACTERS - len(shown))
-        index, edits = nearest(word) if is_letter(word[0]) else (0, 3)
+        index, edits = LEXICON.look(word) if is_letter(word[0]) else (0, 3)
         original = text[token.start : token.end]
         letters = [c for c in original if "a" <= c <= "z" or "A" <= c <= "Z"]
         flags = [

@@ -1,14 +1,13 @@
-// The least that a Qt Quick program with a list in a window is, drawn as Quillo draws: see ListFloor.qml. SIGUSR1 takes the
-// window away and brings it back.
+// The least that a Qt Quick program with a list in a window is, drawn as Quillo draws: see ListFloor.qml.
+// SIGUSR1 takes the window away and brings it back.
+#include <sys/signalfd.h>
+#include <unistd.h>
+
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QSocketNotifier>
 #include <QUrl>
-
-#include <sys/signalfd.h>
-#include <unistd.h>
-
 #include <csignal>
 
 int main(int argc, char** argv) {

@@ -106,9 +106,15 @@ private:
             const std::size_t best = placeOfHighest(scores);
             if (digits)
                 least = std::min(least, scores[best]);
-            roles_.push_back(static_cast<Role>(best));
+            const auto role = static_cast<Role>(best);
+            roles_.push_back(role == Role::Strip && !mayBeCut(tokens_[i].word) ? Role::Keep : role);
         }
         score_ *= least;
+    }
+
+    /// A word that no phrase has says something else: rather one too many in the title than one lost.
+    bool mayBeCut(std::u32string_view word) const {
+        return !isLetter(word.front()) || word.size() < 3 || weights_.cutWords.look(word).word != 0;
     }
 
     /// The first number of that role; of its digits there are four at most.

@@ -180,6 +180,7 @@ Result<Weights> Weights::read(std::span<const unsigned char> bytes) {
     weights.kinds = wordsOf(takeLine(text));
     weights.amounts = numbersOf(takeLine(text), reader);
     weights.minutes = numbersOf(takeLine(text), reader);
+    weights.cutWords = Lexicon(wordsOf(takeLine(text)));
 
     weights.characterRows = reader.matrix(weights.characters.size() + 2, characterWidth);
     weights.filters = reader.layer(neighbours * characterWidth, filterCount);

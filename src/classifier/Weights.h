@@ -32,7 +32,8 @@ struct Layer {
 /// - 8 bytes "QLLOWGT1", 8 bytes FNV-1a of everything behind them, taken in words of 64 bits, the last one of
 ///   what is left;
 /// - 4 bytes length of a UTF-8 text, and that text: a line each for the characters that the network tells
-///   apart, its lexicon, its kinds, its amounts and its minutes, separated by blanks;
+///   apart, its lexicon, its kinds, its amounts, its minutes and the words that may be cut from a title,
+///   separated by blanks;
 /// - the matrices, in the order below: 4 bytes rows, 4 bytes columns, the numbers as IEEE 754 binary16. A
 ///   layer's bias is a matrix of one row behind its weights; a convolution's weights are the rows of its
 ///   left, middle and right neighbour, one below the other.
@@ -45,6 +46,7 @@ struct Weights {
     std::vector<std::string> kinds;
     std::vector<int> amounts;
     std::vector<int> minutes;
+    Lexicon cutWords; ///< other words are kept in the title, whatever the network says
 
     Matrix characterRows;
     Layer filters; ///< a convolution

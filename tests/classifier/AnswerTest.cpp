@@ -194,6 +194,11 @@ TEST(Answer, WordsAreNoNumbers) {
     expectDay(said.amount(4).on(2025, 3, 4), {"IN_WEEKS", 4});
 }
 
+TEST(Answer, WordsThatNoPhraseHasAreKept) {
+    EXPECT_EQ(Said("groceries tmrw", "TOMORROW").on(2025, 3, 4).title, "groceries");
+    EXPECT_EQ(Said("car tomorow ok", "TOMORROW").on(2025, 3, 4).title, "car"); // two letters tell too little
+}
+
 TEST(Answer, TitleIsWhatIsLeft) {
     EXPECT_EQ(Said("call mom tmrw", "TOMORROW").keep({0, 1}).on(2025, 3, 4).title, "call mom");
     EXPECT_EQ(Said("tmrw: call  mom!", "TOMORROW").keep({2, 3, 4}).on(2025, 3, 4).title, "call mom!");
