@@ -2,6 +2,7 @@
 
 #include "base/DataFolder.h"
 #include "cli/Session.h"
+#include "cli/UnderstandText.h"
 #include "control/Client.h"
 #include "sqlite/PreferencesLock.h"
 #include "unicode/SystemPlace.h"
@@ -18,19 +19,24 @@ control::Answer ask(control::Command command) {
     const auto folder = dataFolder();
     if (!folder)
         return folder.error();
-    const control::Request request{std::move(command), unicode::systemTimeZone(), unicode::systemLocale()};
+    control::Request request{std::move(command), unicode::systemTimeZone(), unicode::systemLocale()};
+    if (const std::optional<control::Answer> answer = control::ask(*folder, request))
+        return *answer;
+    const auto text = understandText(request);
+    if (!text)
+        return text.error();
     const Clock::time_point deadline = Clock::now() + std::chrono::seconds(2);
     for (;;) {
-        if (const std::optional<control::Answer> answer = control::ask(*folder, request))
-            return *answer;
         auto lock = PreferencesLock::tryAcquire(*folder);
         if (!lock)
             return lock.error();
         if (*lock) {
             const auto session = Session::change(*folder, *std::move(*lock));
-            return session ? (*session)->answer(request) : control::Answer(session.error());
+            return session ? (*session)->answer(request, *text) : control::Answer(session.error());
         }
         // Another command is at it, or a program that is just starting or ending.
+        if (const std::optional<control::Answer> answer = control::ask(*folder, request))
+            return *answer;
         if (Clock::now() >= deadline)
             return PreferencesLock::heldByAnother(*folder);
         std::this_thread::sleep_for(PreferencesLock::interval);

@@ -8,7 +8,8 @@ namespace quillo::cli {
 
 /// Hands the command to the program that holds the list of the user's data folder, if one runs; else takes
 /// hold of it and does it itself. Returns when what was changed is on disk. Waits at most two seconds for
-/// another command that holds the list, at most ten for a program's answer.
+/// another command that holds the list, at most ten for a program's answer, and before it takes hold of the
+/// list for a language model.
 control::Answer ask(control::Command command);
 
 } // namespace quillo::cli

@@ -1,9 +1,7 @@
 #include "cli/Session.h"
 
 #include "base/DataFolder.h"
-#include "classifier/EmbeddedClassifier.h"
 #include "cli/WorkingMemory.h"
-#include "languagemodel/MakeLanguageModel.h"
 #include "languagemodel/PreferredLanguageModel.h"
 #include "unicode/SystemPlace.h"
 
@@ -52,23 +50,22 @@ Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& fold
 
 Session::Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
                  std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
-    : lock_(std::move(lock)), preferences_(std::move(preferences)), languageModel_([this] {
-          return makeLanguageModel(preferredLanguageModel(preferences_.get()).choice, mainExecutor_,
-                                   makeEmbeddedClassifier);
-      }),
-      backups_(folder, clock_), calendar_(std::move(calendar)),
-      services_(
-          Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_, &languageModel_}) {}
+    : lock_(std::move(lock)), preferences_(std::move(preferences)), backups_(folder, clock_),
+      calendar_(std::move(calendar)),
+      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_}) {}
 
-control::Answer Session::answer(const control::Request& request) {
+control::Answer Session::answer(const control::Request& request, const std::optional<UnderstoodText>& text) {
     std::optional<control::Answer> answer;
+    const auto reply = [&](const control::Answer& given) { answer = given; };
     if (const auto* use = std::get_if<control::UseModel>(&request.command)) {
         const Outcome kept = preferLanguageModel(*preferences_, use->choice);
         answer = kept ? control::Answer(std::vector<control::NumberedItem>{}) : control::Answer(kept.error());
+    } else if (text) {
+        services_.commands().answer(request, *text, reply);
     } else {
-        services_.commands().answer(request, [&](const control::Answer& given) { answer = given; });
+        services_.commands().answer(request, reply);
     }
-    while (!answer) { // It waits for the disk, or for a language model.
+    while (!answer) { // It waits for the disk.
         mainExecutor_.wait();
         mainExecutor_.run();
     }

@@ -7,7 +7,6 @@
 #include "control/Answer.h"
 #include "control/Request.h"
 #include "entry/Services.h"
-#include "languagemodel/ChosenLanguageModel.h"
 #include "sqlite/PreferencesLock.h"
 #include "sqlite/SqlitePreferences.h"
 #include "store/Backups.h"
@@ -17,6 +16,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 namespace quillo::cli {
 
@@ -34,8 +34,12 @@ public:
     const Preferences& preferences() const { return *preferences_; }
     StatsStore& statsStore() { return services_.statsStore(); }
 
-    /// Does what is asked, and answers when that is on disk. Waits, for a language model too.
-    control::Answer answer(const control::Request& request);
+    /// The task of that name, as commands name tasks, or why there is none.
+    Result<control::NumberedItem> find(std::string_view task) { return services_.commands().find(task); }
+
+    /// Does what is asked, and answers when that is on disk. `text` is what the request's text was understood
+    /// as, if it has one: no language model is asked here, as others wait for the lock.
+    control::Answer answer(const control::Request& request, const std::optional<UnderstoodText>& text);
 
 private:
     static Result<std::unique_ptr<Session>> open(const std::filesystem::path& folder,
@@ -52,7 +56,6 @@ private:
     SystemClock clock_;
     UnsetCloudStore cloud_;
     ManualExecutor mainExecutor_;
-    ChosenLanguageModel languageModel_;
     Backups backups_;
     unicode::CivilCalendar calendar_;
     Services services_;

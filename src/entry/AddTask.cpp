@@ -6,17 +6,26 @@ namespace quillo {
 
 void AddTask::add(std::string_view text, const std::shared_ptr<const Place>& place, Added added) {
     const Instant now = clock_.now();
-    const auto entry = std::make_shared<Entry>();
-    entry->task.id = Uuid::random();
-    entry->task.createdAt = now;
-    entry->added = std::move(added);
-    waiting_.push_back(entry);
+    const auto entry = begin(now, std::move(added));
     // The place is kept until the reply.
     entry->parse =
         place->parser().parse(text, now, [this, place, weak = std::weak_ptr(entry)](const Parse& parse) {
             if (const auto understoodEntry = weak.lock())
                 understood(understoodEntry, parse.task);
         });
+}
+
+void AddTask::add(const UnderstoodText& text, Added added) {
+    understood(begin(text.typedAt, std::move(added)), text.meaning);
+}
+
+std::shared_ptr<AddTask::Entry> AddTask::begin(Instant typedAt, Added added) {
+    const auto entry = std::make_shared<Entry>();
+    entry->task.id = Uuid::random();
+    entry->task.createdAt = typedAt;
+    entry->added = std::move(added);
+    waiting_.push_back(entry);
+    return entry;
 }
 
 void AddTask::understood(const std::shared_ptr<Entry>& entry, const ParsedTask& parsed) {

@@ -16,6 +16,12 @@
 
 namespace quillo {
 
+/// A typed text that was understood already.
+struct UnderstoodText {
+    ParsedTask meaning;
+    Instant typedAt;
+};
+
 /// Belongs to the main thread. Texts do not wait for each other: one about which a language model has to
 /// think may come onto the list after one that was typed later.
 class AddTask {
@@ -35,6 +41,9 @@ public:
         std::string_view text, const std::shared_ptr<const Place>& place,
         Added added = [](const std::optional<TodoItem>&) {});
 
+    /// The same for a text that nobody has to be asked about any more.
+    void add(const UnderstoodText& text, Added added);
+
     /// Puts the tasks that still wait on the list, in the order in which they were typed, as if no model
     /// answered and without reminders. What is answered later is too late.
     void addWaiting();
@@ -47,6 +56,7 @@ private:
         std::unique_ptr<PendingParse> parse; ///< while a model thinks
     };
 
+    std::shared_ptr<Entry> begin(Instant typedAt, Added added);
     void understood(const std::shared_ptr<Entry>& entry, const ParsedTask& parsed);
     void keep(const std::shared_ptr<Entry>& entry);
 

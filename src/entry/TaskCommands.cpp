@@ -53,6 +53,12 @@ Answer about(NumberedItem task) {
     return std::vector<NumberedItem>{std::move(task)};
 }
 
+AddTask::Added toldAsAnswer(TaskCommands::Reply reply) {
+    return [reply = std::move(reply)](const std::optional<TodoItem>& item) {
+        reply(item ? about({1, *item}) : noText);
+    };
+}
+
 } // namespace
 
 void TaskCommands::answer(const control::Request& request, Reply reply) {
@@ -89,6 +95,17 @@ void TaskCommands::answer(const control::Request& request, Reply reply) {
     std::visit(Visitor{*this, *place, reply}, request.command);
 }
 
+void TaskCommands::answer(const control::Request& request, const UnderstoodText& text, Reply reply) {
+    if (std::holds_alternative<control::Add>(request.command)) {
+        with_.addTask.add(text, toldAsAnswer(std::move(reply)));
+    } else if (const auto* toRemind = std::get_if<control::Remind>(&request.command)) {
+        const Result<NumberedItem> found = find(toRemind->task);
+        reply(found ? remind(found->item.id, toRemind->when, text.meaning) : Answer(found.error()));
+    } else {
+        answer(request, std::move(reply));
+    }
+}
+
 NumberedItem TaskCommands::numbered(std::size_t index) const {
     return {index + 1, with_.store.items()[index]};
 }
@@ -117,9 +134,7 @@ Result<NumberedItem> TaskCommands::find(std::string_view task) const {
 }
 
 void TaskCommands::apply(const control::Add& add, const std::shared_ptr<const Place>& place, Reply reply) {
-    with_.addTask.add(add.text, place, [reply = std::move(reply)](const std::optional<TodoItem>& item) {
-        reply(item ? about({1, *item}) : noText);
-    });
+    with_.addTask.add(add.text, place, toldAsAnswer(std::move(reply)));
 }
 
 Answer TaskCommands::apply(const control::SetDone& set) {
@@ -190,8 +205,7 @@ void TaskCommands::apply(const control::Remind& remind, const std::shared_ptr<co
         [this, place, entry, task, when = remind.when, reply = std::move(reply)](const Parse& parsed) {
             const std::unique_ptr<PendingParse> ended = std::move(*entry);
             waiting_.erase(entry);
-            reply(parsed.task.dueDate ? setDueDate(task, parsed.task.dueDate)
-                                      : Error{"there is no date in \"" + when + "\""});
+            reply(this->remind(task, when, parsed.task));
         });
     if (parse)
         *entry = std::move(parse);
@@ -200,6 +214,11 @@ void TaskCommands::apply(const control::Remind& remind, const std::shared_ptr<co
 void TaskCommands::giveUpWaiting() {
     while (!waiting_.empty())
         waiting_.front()->giveUp();
+}
+
+Answer TaskCommands::remind(const Uuid& task, const std::string& when, const ParsedTask& meaning) {
+    return meaning.dueDate ? setDueDate(task, meaning.dueDate)
+                           : Error{"there is no date in \"" + when + "\""};
 }
 
 Answer TaskCommands::setDueDate(const Uuid& task, std::optional<Instant> dueDate) {

@@ -46,6 +46,12 @@ public:
     /// A task that is as it is to become is left alone. Where there is nothing to clear nothing is written.
     void answer(const control::Request& request, Reply reply);
 
+    /// The same for a request whose text, that of `add` or `remind`, was understood already.
+    void answer(const control::Request& request, const UnderstoodText& text, Reply reply);
+
+    /// The task of that name, or why there is none.
+    Result<control::NumberedItem> find(std::string_view task) const;
+
     /// Replies to each `remind` for which a model still thinks, as if none answered. What was asked to be
     /// added is AddTask's to end.
     void giveUpWaiting();
@@ -59,9 +65,8 @@ private:
     control::Answer apply(const control::Delete& remove);
     control::Answer clearCompleted();
     void apply(const control::Remind& remind, const std::shared_ptr<const Place>& place, Reply reply);
+    control::Answer remind(const Uuid& task, const std::string& when, const ParsedTask& meaning);
     control::Answer setDueDate(const Uuid& task, std::optional<Instant> dueDate);
-
-    Result<control::NumberedItem> find(std::string_view task) const;
     control::NumberedItem numbered(std::size_t index) const;
 
     const TaskCommandsDependencies with_;

@@ -43,6 +43,10 @@ struct ModelRequestsTest : testing::Test {
         services->commands().answer({std::move(command), "Europe/Berlin", "en_US"},
                                     [this](const control::Answer& answer) { answers.push_back(answer); });
     }
+    void ask(control::Command command, const UnderstoodText& text) {
+        services->commands().answer({std::move(command), "Europe/Berlin", "en_US"}, text,
+                                    [this](const control::Answer& answer) { answers.push_back(answer); });
+    }
     std::vector<std::string> titles() const { return support::titles(store.items()); }
 };
 
@@ -220,6 +224,37 @@ TEST_F(ModelRequestsTest, ManyPlacesMayBeAskedAboutWhileAModelThinks) {
     for (int i = 1; i <= zones; ++i)
         EXPECT_TRUE(model.answer(std::to_string(i) + " soon", generatedContent("TODAY")));
     EXPECT_EQ(answers.size(), static_cast<std::size_t>(zones));
+}
+
+TEST_F(ModelRequestsTest, NobodyIsAskedAboutWhatIsUnderstoodAlready) {
+    const Instant typed = clock.now();
+    const Instant due = typed + 600;
+    clock.advance(5);
+    ask(control::Add{"one soon"}, {{"one", due, "AI: ..."}, typed});
+    ask(control::Add{"two soon"}, {{"two soon", {}, "regex+ai miss"}, typed});
+    ask(control::Remind{"1", "later"}, {{"later", due + 60, "AI: ..."}, typed});
+    EXPECT_TRUE(model.conversations.empty());
+    ASSERT_EQ(titles(), (std::vector<std::string>{"two soon", "one"}));
+    EXPECT_EQ(store.items()[0].dueDate, due + 60);
+    EXPECT_EQ(store.items()[1].dueDate, due);
+    EXPECT_EQ(store.items()[1].createdAt, typed);
+    EXPECT_EQ(store.items()[1].notificationID, reminderIdentifier(store.items()[1].id));
+    ASSERT_EQ(answers.size(), 3U);
+    EXPECT_EQ(answers[0]->front().number, 1U);
+    EXPECT_EQ(answers[0]->front().item.title, "one");
+    EXPECT_EQ(answers[2]->front().item.dueDate, due + 60);
+}
+
+TEST_F(ModelRequestsTest, WhatIsUnderstoodAlreadyIsRefusedAsAnythingElse) {
+    const Instant typed = clock.now();
+    ask(control::Add{" "}, {{}, typed});
+    EXPECT_EQ(answers.back().error().message, "a task needs a text");
+    ask(control::Remind{"1", "soon"}, {{"soon", typed, "AI: ..."}, typed});
+    EXPECT_EQ(answers.back().error().message, "no task 1");
+    add("Buy milk");
+    ask(control::Remind{"1", "soon"}, {{"soon", {}, "regex+ai miss"}, typed});
+    EXPECT_EQ(answers.back().error().message, "there is no date in \"soon\"");
+    EXPECT_EQ(store.items()[0].dueDate, std::nullopt);
 }
 
 /// Where the user is asked for the permission to remind as well.

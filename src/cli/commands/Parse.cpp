@@ -1,41 +1,19 @@
-#include "base/DataFolder.h"
 #include "base/ManualExecutor.h"
-#include "classifier/EmbeddedClassifier.h"
 #include "cli/BlockingParser.h"
 #include "cli/Circumstances.h"
 #include "cli/Understanding.h"
+#include "cli/UsersLanguageModel.h"
 #include "cli/commands/AnswerLines.h"
 #include "cli/commands/Commands.h"
-#include "languagemodel/ChosenLanguageModel.h"
-#include "languagemodel/MakeLanguageModel.h"
-#include "languagemodel/PreferredLanguageModel.h"
-#include "sqlite/SqlitePreferences.h"
 #include "unicode/SystemPlace.h"
 
 #include <cstdio>
-#include <memory>
 
 namespace quillo::cli {
 
-namespace {
-
-/// The one that a typed task would be understood by. Called when a text asks for it: most do not, and need no
-/// preferences.
-std::unique_ptr<LanguageModel> chosenLanguageModel(Executor& mainExecutor) {
-    std::unique_ptr<SqlitePreferences> preferences;
-    if (const auto folder = dataFolder()) {
-        if (auto opened = SqlitePreferences::open(*folder, SqlitePreferences::Access::ReadOnly))
-            preferences = std::move(*opened);
-    }
-    return makeLanguageModel(preferredLanguageModel(preferences.get()).choice, mainExecutor,
-                             makeEmbeddedClassifier);
-}
-
-} // namespace
-
 ExitCode parse(const Arguments& arguments) {
     ManualExecutor mainExecutor;
-    ChosenLanguageModel languageModel([&] { return chosenLanguageModel(mainExecutor); });
+    ChosenLanguageModel languageModel = usersLanguageModel(mainExecutor);
     const BlockingParser parser(mainExecutor);
     Places places(&languageModel);
     if (arguments.has("jsonl"))
