@@ -7,22 +7,14 @@ it may be there or not.
 import time
 import unittest
 
-from chat_server import ChatServer
-from quillo_command import CommandTest, desktop_program
+from language_models import LanguageModelTest
+from quillo_command import desktop_program
 
 LANGUAGE_MODEL = "Quillo.linux.languageModel"
 
 
-class ModelTest(CommandTest):
-    def setUp(self):
-        super().setUp()
-        self.server = ChatServer(models=("small:1b", "large\x1b[31m"))
-        self.addCleanup(self.server.server_close)
-        self.addCleanup(self.server.shutdown)
-        del self.quillo.environment["QUILLO_LANGUAGE_MODEL"]
-
-    def choose(self, *words):
-        return self.done("model", "use", *words).lines
+class ModelTest(LanguageModelTest):
+    models = ("small:1b", "large\x1b[31m")
 
     def chosen(self):
         return self.quillo.preferences().get(LANGUAGE_MODEL)

@@ -3,7 +3,7 @@
 Below /good it answers as it should, below /ollama and /llama as those servers do; the other parts are in PARTS and
 STATUSES. Each part is a base address of its own: http://127.0.0.1:PORT/good.
 
-Run as a program, it prints its port, and then what happens as one JSON object a line: {"method", "path", "body"} for a
+Run as a program, perhaps with the seconds that the slow part takes, it prints its port, and then what happens as one JSON object a line: {"method", "path", "body"} for a
 request, {"gone": path} where the asker went away before the answer was out. It ends with its standard input.
 """
 
@@ -25,7 +25,7 @@ TODO = {
     "title": "Call mom",
 }
 SLOW_SECONDS = 10
-DRIP_SECONDS = 0.02
+DRIP_SECONDS = 0.05  # a byte; nobody waits until such an answer is whole
 STATUSES = {"unauthorized": 401, "missing": 404, "broken": 500, "loading": 503}
 OWNERS = {"ollama": "library", "llama": "llamacpp"}
 
@@ -46,6 +46,7 @@ SAYINGS = {
     "ollama": TODO,
     "llama": TODO,
     "unknown-bucket": {**TODO, "kind": "NEXT_WEEK"},
+    "none": {**TODO, "kind": "NONE", "hasTime": False, "hour": 0, "title": "Fix the market page"},
     "missing-field": {name: value for name, value in TODO.items() if name != "hour"},
 }
 
@@ -168,7 +169,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
         self.answer(encoded(chat(json.dumps(TODO))), kind="text/html")
 
     def take_long(self):
-        if not self.is_left(SLOW_SECONDS):
+        if not self.is_left(self.server.slow_seconds):
             self.answer(encoded(chat(json.dumps(TODO))))
 
     def have_no_model(self):
@@ -200,11 +201,12 @@ class ChatServer(http.server.ThreadingHTTPServer):
     daemon_threads = True
     request_queue_size = 64
 
-    def __init__(self, models=("first", "second"), tell=None):
+    def __init__(self, models=("first", "second"), tell=None, slow_seconds=SLOW_SECONDS):
         super().__init__(("127.0.0.1", 0), Handler)
         self.models = models
         self.events = []
         self.tell = tell
+        self.slow_seconds = slow_seconds
         self.lock = threading.Lock()
         threading.Thread(target=self.serve_forever, kwargs={"poll_interval": 0.05}, daemon=True).start()
 
@@ -227,7 +229,8 @@ class ChatServer(http.server.ThreadingHTTPServer):
 
 
 def main():
-    server = ChatServer(tell=lambda event: print(json.dumps(event), flush=True))
+    slow_seconds = float(sys.argv[1]) if len(sys.argv) > 1 else SLOW_SECONDS
+    server = ChatServer(tell=lambda event: print(json.dumps(event), flush=True), slow_seconds=slow_seconds)
     print(server.server_port, flush=True)
     sys.stdin.read()
 
