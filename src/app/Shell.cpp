@@ -14,6 +14,7 @@ namespace quillo {
 
 namespace {
 
+constexpr std::chrono::seconds languageModelGetsReadyAfter(1);
 constexpr std::chrono::seconds updaterStartsAfter(10);
 
 bool isX11() {
@@ -172,8 +173,8 @@ void Shell::startUpdater() {
 }
 
 void Shell::prepareLanguageModel() {
-    // The launch itself does not need it.
-    QTimer::singleShot(0, &later_, [this] { services_->prewarmLanguageModel(); });
+    // Not before the icon is there: the bar has yet to answer. A text that is typed earlier has it get ready.
+    QTimer::singleShot(languageModelGetsReadyAfter, &later_, [this] { services_->prewarmLanguageModel(); });
 }
 
 ExportTarget& Shell::exportTarget() {

@@ -12,12 +12,14 @@ import unittest
 from desktop_program import PATIENCE_SECONDS, wait_until
 from pointer_and_keys import WHEEL_DOWN, WHEEL_UP
 from quillo_command import stored_task
-from quillo_on_desktop import WAIT_SECONDS, DesktopTest
+from quillo_on_desktop import WAIT_SECONDS, DesktopTest, StatusItem
 
 SERVER = pathlib.Path(__file__).parents[1] / "modelservers/chat_server.py"
 THINKING_SECONDS = 5
 # What happens at once takes no longer, also on a machine with other work; what waits for the server takes longer.
 AT_ONCE_SECONDS = 2
+# Longer than it takes to load what asks servers; shorter than the program waits before it has a model get ready.
+JUST_STARTED_SECONDS = 0.3
 
 TEXT = "call mom tmrw 9p"
 TITLE = "Call mom"  # what the server makes of it
@@ -36,15 +38,25 @@ class Server:
             stdout=subprocess.PIPE,
             bufsize=0,
         )
-        self.choice = f"http://127.0.0.1:{self._line()}/slow first"
+        self.port = self._line()
+
+    def choice(self, part):
+        return f"http://127.0.0.1:{self.port}/{part} first"
+
+    def has_been_asked(self, seconds):
+        """Whether there is something to be told of; waits so long for it."""
+        return bool(select.select([self.process.stdout], [], [], seconds)[0])
 
     def _line(self):
-        if not select.select([self.process.stdout], [], [], PATIENCE_SECONDS)[0]:
+        if not self.has_been_asked(PATIENCE_SECONDS):
             raise AssertionError("nobody asks the server")
         return self.process.stdout.readline().decode().strip()
 
+    def next_request(self):
+        return json.loads(self._line())
+
     def wait_until_asked(self):
-        while json.loads(self._line()).get("method") != "POST":
+        while self.next_request().get("method") != "POST":
             pass
 
     def kill(self):
@@ -57,7 +69,7 @@ class SlowServer(DesktopTest):
         super().setUp()
         self.server = Server()
         self.addCleanup(self.server.kill)
-        self.quillo.environment["QUILLO_LANGUAGE_MODEL"] = self.server.choice
+        self.quillo.environment["QUILLO_LANGUAGE_MODEL"] = self.server.choice("slow")
 
     def open_popover(self):
         self.program = self.start()
@@ -151,6 +163,14 @@ class SlowServer(DesktopTest):
         self.server.kill()
         self.assertLess(self.seconds_until(popover.rows, "the task is there"), AT_ONCE_SECONDS)
         self.assertEqual(popover.rows(), [TEXT])
+
+    def test_it_gets_ready_once_the_icon_is_there(self):
+        self.quillo.environment["QUILLO_LANGUAGE_MODEL"] = self.server.choice("llama")
+        self.launch()
+        StatusItem(self.desktop)
+        self.assertFalse(self.server.has_been_asked(JUST_STARTED_SECONDS))
+        self.assertEqual(self.server.next_request()["path"], "/llama/v1/models")
+        self.assertEqual(self.server.next_request()["body"]["messages"][0]["content"], "warm up")
 
 
 class Embedded(DesktopTest):
