@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     sigemptyset(&toggling);
     sigaddset(&toggling, SIGUSR1);
     sigprocmask(SIG_BLOCK, &toggling, nullptr);
-    const int signals = signalfd(-1, &toggling, SFD_CLOEXEC);
+    const int toggles = signalfd(-1, &toggling, SFD_CLOEXEC);
 
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication loop(argc, argv);
@@ -24,10 +24,10 @@ int main(int argc, char** argv) {
     if (engine.rootObjects().isEmpty())
         return 1;
     auto* const window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
-    const QSocketNotifier notifier(signals, QSocketNotifier::Read);
-    QObject::connect(&notifier, &QSocketNotifier::activated, window, [signals, window] {
-        signalfd_siginfo signal;
-        if (read(signals, &signal, sizeof signal) != sizeof signal)
+    const QSocketNotifier notifier(toggles, QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, window, [toggles, window] {
+        signalfd_siginfo toggle;
+        if (read(toggles, &toggle, sizeof toggle) != sizeof toggle)
             return;
         if (window->isVisible()) {
             window->hide();
