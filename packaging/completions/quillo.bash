@@ -34,7 +34,7 @@ _quillo_offer_numbers() {
 
 _quillo() {
     local program=$1 word=$2 command=${COMP_WORDS[1]}
-    local commands='add list done undone edit remind delete clear-completed restore export stats parse resolve model'
+    local commands='add list done undone edit remind delete clear-completed restore export stats parse resolve model sync'
     commands+=' open quick-add settings statistics quit help version'
     COMPREPLY=()
 
@@ -43,7 +43,7 @@ _quillo() {
     for argument in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         if [[ $option ]]; then
             [[ $argument == = ]] || option=
-        elif [[ ! $options_ended && $argument == @(-o|--output|--now|--time-zone|--locale) ]]; then
+        elif [[ ! $options_ended && $argument == @(-o|--output|--now|--time-zone|--locale|--keep) ]]; then
             option=$argument
         elif [[ $argument == -- ]]; then
             options_ended=yes
@@ -54,6 +54,7 @@ _quillo() {
 
     if [[ $option ]]; then
         [[ $option == @(-o|--output) ]] && _quillo_offer_files "$word"
+        [[ $option == --keep ]] && _quillo_offer "$word" 'mine theirs'
         return
     fi
     if [[ $word == -* && ! $options_ended ]]; then
@@ -66,6 +67,7 @@ _quillo() {
             */stats) _quillo_offer "$word" '--help --json' ;;
             */parse) _quillo_offer "$word" '--help --now --time-zone --locale --json --trace --jsonl' ;;
             */model) _quillo_offer "$word" '--help --json --schema-in-prompt' ;;
+            */sync) _quillo_offer "$word" '--help --json --keep' ;;
             */resolve) _quillo_offer "$word" '--help --now --time-zone --locale --jsonl' ;;
             *) _quillo_offer "$word" '--help' ;;
         esac
@@ -80,6 +82,9 @@ _quillo() {
         1/export) _quillo_offer "$word" 'markdown json' ;;
         1/model) _quillo_offer "$word" 'list use status' ;;
         2/model) [[ ${COMP_WORDS[2]} != use ]] || _quillo_offer "$word" 'embedded none' ;;
+        1/sync) _quillo_offer "$word" 'status use off now' ;;
+        2/sync) [[ ${COMP_WORDS[2]} != use ]] || _quillo_offer "$word" folder ;;
+        3/sync) _quillo_offer_files "$word" ;;
         1/help) _quillo_offer "$word" "$commands" ;;
     esac
 }

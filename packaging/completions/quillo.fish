@@ -16,6 +16,7 @@ function __quillo_commands
         parse 'Show what would be understood of a text' \
         resolve 'Show when classified texts are due' \
         model 'Show or choose the language model that is asked' \
+        sync 'Keep the list in step with other computers' \
         open 'Open the list on the screen' \
         quick-add 'Open the panel for a new task' \
         settings 'Open the settings' \
@@ -41,7 +42,7 @@ function __quillo_at
     for word in (commandline -opc)[2..]
         if set -q option[1]
             set option # This was its value.
-        else if test $options_ended = no; and contains -- $word -o --output
+        else if test $options_ended = no; and contains -- $word -o --output --keep
             set option $word
         else if test $options_ended = no; and test "$word" = --
             set options_ended yes
@@ -66,6 +67,13 @@ complete -c quillo -n '__quillo_at model' -k -a use -d 'Choose a model'
 complete -c quillo -n '__quillo_at model' -k -a list -d 'List the models that may be chosen'
 complete -c quillo -n '__fish_seen_subcommand_from model; and __fish_seen_subcommand_from use' -a 'embedded none'
 
+complete -c quillo -n '__quillo_at sync' -k -a now -d 'Bring the list in step now'
+complete -c quillo -n '__quillo_at sync' -k -a off -d 'Stop keeping it in step'
+complete -c quillo -n '__quillo_at sync' -k -a use -d 'Choose a place'
+complete -c quillo -n '__quillo_at sync' -k -a status -d 'Show how it fares'
+complete -c quillo -n '__fish_seen_subcommand_from sync; and __fish_seen_subcommand_from use' -a folder -d 'One that something keeps in step'
+complete -c quillo -n '__fish_seen_subcommand_from sync; and __fish_seen_subcommand_from folder' -a '(__fish_complete_directories)'
+
 complete -c quillo -n __fish_use_subcommand -s h -l help -d 'List the commands'
 complete -c quillo -n __fish_use_subcommand -s V -l version -d 'Print the version'
 complete -c quillo -n 'not __fish_use_subcommand' -l help -d 'Explain the command'
@@ -88,3 +96,5 @@ complete -c quillo -n '__fish_seen_subcommand_from resolve' -l locale -x -d 'The
 complete -c quillo -n '__fish_seen_subcommand_from resolve' -l jsonl -d 'Read and answer lines of JSON'
 complete -c quillo -n '__fish_seen_subcommand_from model' -l json -d 'Print JSON'
 complete -c quillo -n '__fish_seen_subcommand_from model' -l schema-in-prompt -d 'Describe in words what is to be answered'
+complete -c quillo -n '__fish_seen_subcommand_from sync' -l json -d 'Print JSON'
+complete -c quillo -n '__fish_seen_subcommand_from sync' -l keep -x -a 'mine theirs' -d 'Which list goes on where there are two'

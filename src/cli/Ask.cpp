@@ -14,31 +14,31 @@
 
 namespace quillo::cli {
 
-control::Answer ask(control::Command command) {
+void ask(control::Command command, const std::function<void(const control::Answer&)>& tell) {
     using Clock = std::chrono::steady_clock;
     const auto folder = dataFolder();
     if (!folder)
-        return folder.error();
+        return tell(folder.error());
     control::Request request{std::move(command), unicode::systemTimeZone(), unicode::systemLocale()};
     if (const std::optional<control::Answer> answer = control::ask(*folder, request))
-        return *answer;
+        return tell(*answer);
     const auto text = understandText(request);
     if (!text)
-        return text.error();
+        return tell(text.error());
     const Clock::time_point deadline = Clock::now() + std::chrono::seconds(2);
     for (;;) {
         auto lock = PreferencesLock::tryAcquire(*folder);
         if (!lock)
-            return lock.error();
+            return tell(lock.error());
         if (*lock) {
             const auto session = Session::change(*folder, *std::move(*lock));
-            return session ? (*session)->answer(request, *text) : control::Answer(session.error());
+            return tell(session ? (*session)->answer(request, *text) : control::Answer(session.error()));
         }
         // Another command is at it, or a program that is just starting or ending.
         if (const std::optional<control::Answer> answer = control::ask(*folder, request))
-            return *answer;
+            return tell(*answer);
         if (Clock::now() >= deadline)
-            return PreferencesLock::heldByAnother(*folder);
+            return tell(PreferencesLock::heldByAnother(*folder));
         std::this_thread::sleep_for(PreferencesLock::interval);
     }
 }

@@ -6,6 +6,9 @@
 #include "cli/Warnings.h"
 #include "cli/commands/Commands.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -42,6 +45,16 @@ ExitCode runCommand(const Command& command, const std::vector<std::string>& word
     return command.run(*arguments);
 }
 
+/// Where a standard stream is closed, the next file that is opened would take its place, and be written to:
+/// the tasks, for one. So something that cannot be used takes it.
+void occupyClosedStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0)
+            ::open("/dev/null",
+                   stream == STDIN_FILENO ? O_WRONLY : O_RDONLY); // The lowest free number: this.
+    }
+}
+
 ExitCode run(std::vector<std::string> words) {
     if (words.empty())
         words.emplace_back("open");
@@ -65,6 +78,7 @@ ExitCode failed(const Error& error) {
 }
 
 int runCommandLine(int argc, char** argv) {
+    occupyClosedStreams();
     holdWarnings();
     ExitCode code = run({argv + 1, argv + argc});
     // A full disk behind a redirection shows only here.

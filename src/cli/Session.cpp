@@ -3,6 +3,7 @@
 #include "base/DataFolder.h"
 #include "cli/WorkingMemory.h"
 #include "languagemodel/PreferredLanguageModel.h"
+#include "sync/MakeCarrier.h"
 #include "unicode/SystemPlace.h"
 
 #include <utility>
@@ -11,17 +12,34 @@
 
 namespace quillo::cli {
 
+namespace {
+
+/// How long a command waits for what other computers have left: a folder on a disk takes far less.
+constexpr std::chrono::milliseconds patienceForNews{250};
+
+} // namespace
+
 Result<std::unique_ptr<Session>> Session::look() {
     const auto folder = dataFolder();
-    return folder ? open(*folder, std::nullopt) : Result<std::unique_ptr<Session>>(folder.error());
+    if (!folder)
+        return folder.error();
+    auto session = open(*folder, std::nullopt);
+    if (session && (*session)->syncCommands_.isWanted()) {
+        // Who holds the list takes over what comes by himself.
+        auto lock = PreferencesLock::tryAcquire(*folder);
+        auto inStep = lock && *lock ? change(*folder, *std::move(*lock)) : std::move(session);
+        if (inStep && (!(*inStep)->lock_ || (*inStep)->commit()))
+            return inStep;
+        return open(*folder, std::nullopt);
+    }
+    return session;
 }
 
 Result<std::unique_ptr<Session>> Session::change(const std::filesystem::path& folder, PreferencesLock lock) {
     auto session = open(folder, std::move(lock));
     if (session) {
-        if (const Outcome pulled = (*session)->services_.todoStore().drain(); !pulled)
+        if (const Outcome pulled = (*session)->takeNews(); !pulled)
             return pulled.error();
-        (*session)->mainExecutor_.run();
     }
     return session;
 }
@@ -50,30 +68,58 @@ Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& fold
 
 Session::Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
                  std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
-    : lock_(std::move(lock)), preferences_(std::move(preferences)), backups_(folder, clock_),
-      calendar_(std::move(calendar)),
-      services_(Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_}) {}
+    : lock_(std::move(lock)), preferences_(std::move(preferences)),
+      cloud_(folder, mainExecutor_, clock_,
+             lock_ ? makeCarrier(chosenSyncPlace(*preferences_), PlaceIs::SetUp, *preferences_) : nullptr),
+      backups_(folder, clock_), calendar_(std::move(calendar)),
+      services_(Surroundings{*preferences_, cloudWithNews(), clock_, calendar_, mainExecutor_, backups_}),
+      syncCommands_(SyncCommandsDependencies{*preferences_, cloud_, services_.todoStore()}) {}
+
+/// Nothing is to leave this computer that is not on its disk.
+CloudStore& Session::cloudWithNews() {
+    cloud_.holdBack(true);
+    cloud_.await(patienceForNews);
+    return cloud_;
+}
 
 control::Answer Session::answer(const control::Request& request, const std::optional<UnderstoodText>& text) {
     std::optional<control::Answer> answer;
-    const auto reply = [&](const control::Answer& given) { answer = given; };
-    if (const auto* use = std::get_if<control::UseModel>(&request.command)) {
-        const Outcome kept = preferLanguageModel(*preferences_, use->choice);
-        answer = kept ? control::Answer(std::vector<control::NumberedItem>{}) : control::Answer(kept.error());
-    } else if (text) {
-        services_.commands().answer(request, *text, reply);
-    } else {
-        services_.commands().answer(request, reply);
-    }
+    apply(request, text, [&](const control::Answer& given) { answer = given; });
     while (!answer) { // It waits for the disk.
         mainExecutor_.wait();
         mainExecutor_.run();
     }
     if (*answer) {
+        if (const Outcome pulled = takeNews(); !pulled)
+            return pulled.error();
         if (const Outcome outcome = commit(); !outcome)
             return outcome.error();
     }
     return *std::move(answer);
+}
+
+void Session::apply(const control::Request& request, const std::optional<UnderstoodText>& text,
+                    const SyncCommands::Reply& reply) {
+    if (const auto* model = std::get_if<control::UseModel>(&request.command)) {
+        const Outcome kept = preferLanguageModel(*preferences_, model->choice);
+        reply(kept ? control::Answer(std::vector<control::NumberedItem>{}) : control::Answer(kept.error()));
+    } else if (const auto* sync = std::get_if<control::UseSync>(&request.command)) {
+        syncCommands_.use(*sync, reply);
+    } else if (std::holds_alternative<control::SyncNow>(request.command)) {
+        cloud_.holdBack(false); // Nothing has been changed.
+        syncCommands_.now(reply);
+    } else if (text) {
+        services_.commands().answer(request, *text, reply);
+    } else {
+        services_.commands().answer(request, reply);
+    }
+}
+
+/// What came meanwhile is taken over, too.
+Outcome Session::takeNews() {
+    const Outcome pulled = services_.todoStore().drain();
+    mainExecutor_.run();
+    return pulled;
 }
 
 Outcome Session::commit() {
@@ -82,6 +128,9 @@ Outcome Session::commit() {
         outcome = preferences_->flush();
     if (!outcome)
         preferences_->discard(); // Nobody shall find later what was said not to be there.
+    else
+        cloud_.holdBack(false);
+    cloud_.synchronize();
     return outcome;
 }
 

@@ -54,6 +54,12 @@ struct Encoder {
         write(writer, "command", "use-model");
         write(writer, "choice", use.choice);
     }
+    void operator()(const UseSync& use) const {
+        write(writer, "command", "use-sync");
+        write(writer, "place", use.place);
+        write(writer, "keep", use.keep);
+    }
+    void operator()(const SyncNow&) const { write(writer, "command", "sync-now"); }
     void operator()(const Show& show) const { write(writer, "command", std::string(nameOf(show.window))); }
     void operator()(const Quit&) const { write(writer, "command", "quit"); }
 };
@@ -106,6 +112,10 @@ std::optional<Command> commandOf(const std::string& name, Members& members) {
         return Restore{members.number("which")};
     if (name == "use-model")
         return UseModel{members.text("choice")};
+    if (name == "use-sync")
+        return UseSync{members.text("place"), members.text("keep")};
+    if (name == "sync-now")
+        return SyncNow{};
     if (name == "quit")
         return Quit{};
     if (const auto window = windowNamed(name))

@@ -48,6 +48,16 @@ struct UseModel {
     std::string choice; ///< as readLanguageModelChoice() takes it
     friend bool operator==(const UseModel&, const UseModel&) = default;
 };
+/// Has the list kept in step through another place from now on, or through none.
+struct UseSync {
+    std::string place; ///< as readSyncPlace() takes it
+    std::string keep;  ///< where both sides have tasks: "mine", "theirs", or empty for asking first
+    friend bool operator==(const UseSync&, const UseSync&) = default;
+};
+/// Brings the list in step with the other computers now.
+struct SyncNow {
+    friend bool operator==(const SyncNow&, const SyncNow&) = default;
+};
 /// Brings up a window of the desktop program.
 struct Show {
     enum class Window { popover, quickAdd, settings, statistics };
@@ -58,8 +68,8 @@ struct Quit {
     friend bool operator==(const Quit&, const Quit&) = default;
 };
 
-using Command =
-    std::variant<Add, SetDone, Edit, Delete, ClearCompleted, Remind, Restore, UseModel, Show, Quit>;
+using Command = std::variant<Add, SetDone, Edit, Delete, ClearCompleted, Remind, Restore, UseModel, UseSync,
+                             SyncNow, Show, Quit>;
 
 /// A command, and where and in which language it was typed: that decides what "tomorrow" means.
 struct Request {

@@ -1,7 +1,8 @@
 #include "control/SocketAddress.h"
 
+#include "base/StableHash.h"
+
 #include <array>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -13,16 +14,6 @@ namespace {
 
 bool fits(const std::filesystem::path& path) {
     return path.native().size() < sizeof(sockaddr_un::sun_path);
-}
-
-/// FNV-1a. Both programs must come to the same name, whatever library they were built with.
-std::uint64_t hash(const std::string& text) {
-    std::uint64_t value = 0xcbf29ce484222325;
-    for (const char c : text) {
-        value ^= static_cast<unsigned char>(c);
-        value *= 0x100000001b3;
-    }
-    return value;
 }
 
 } // namespace
@@ -37,8 +28,8 @@ std::optional<std::filesystem::path> socketPath(const std::filesystem::path& dat
     const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
     if (runtime == nullptr || *runtime != '/')
         return std::nullopt;
-    const auto path =
-        std::filesystem::path(runtime) / ("quillo-" + std::to_string(hash((folder / "").native())) + ".sock");
+    const auto path = std::filesystem::path(runtime) /
+                      ("quillo-" + std::to_string(stableHash((folder / "").native())) + ".sock");
     return fits(path) ? std::optional(path) : std::nullopt;
 }
 

@@ -45,6 +45,11 @@ inline constexpr std::string_view updatesHighestSeen =
 inline constexpr std::string_view languageModel =
     "Quillo.linux.languageModel"; ///< text: a LanguageModelChoice; the embedded one where absent
 
+inline constexpr std::string_view syncPlace =
+    "Quillo.linux.sync.place"; ///< text: a SyncPlace; none where absent
+inline constexpr std::string_view syncDevice =
+    "Quillo.linux.sync.device"; ///< text: by what other devices know this one, see thisDevice()
+
 inline constexpr std::string_view hotKey = "Quillo.hotkey.v1"; ///< data: HotKeyConfig
 
 inline constexpr std::string_view launchAtLogin =

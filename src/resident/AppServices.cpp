@@ -6,6 +6,7 @@
 #include "control/Client.h"
 #include "languagemodel/MakeLanguageModel.h"
 #include "languagemodel/PreferredLanguageModel.h"
+#include "sync/MakeCarrier.h"
 #include "unicode/SystemPlace.h"
 
 #include <QCoreApplication>
@@ -60,13 +61,17 @@ Result<std::unique_ptr<AppServices>> AppServices::open(const std::filesystem::pa
 
 AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lock,
                          std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
-    : lock_(std::move(lock)), preferences_(std::move(preferences)), languageModel_([this] {
+    : lock_(std::move(lock)), preferences_(std::move(preferences)),
+      cloud_(folder, mainExecutor_, clock_,
+             makeCarrier(chosenSyncPlace(*preferences_), PlaceIs::SetUp, *preferences_)),
+      languageModel_([this] {
           return makeLanguageModel(preferredLanguageModel(preferences_.get()).choice, mainExecutor_,
                                    makeEmbeddedClassifier);
       }),
       backups_(folder, clock_), calendar_(std::move(calendar)),
       services_(
           Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_, &languageModel_}),
+      syncCommands_(SyncCommandsDependencies{*preferences_, cloud_, services_.todoStore()}),
       desktopNotifications_(product::desktopFile),
       alignment_(ReminderAlignmentDependencies{services_.todoStore(), services_.reminderBook(), clock_,
                                                calendar_, mainExecutor_}),
@@ -93,8 +98,13 @@ void AppServices::serve(const control::Request& request, const ControlServer::Re
         replyOnceSaved(use(*model), reply);
         return;
     }
-    services_.commands().answer(
-        request, [this, reply](const control::Answer& answer) { replyOnceSaved(answer, reply); });
+    const auto replyLater = [this, reply](const control::Answer& answer) { replyOnceSaved(answer, reply); };
+    if (const auto* sync = std::get_if<control::UseSync>(&request.command))
+        syncCommands_.use(*sync, replyLater);
+    else if (std::holds_alternative<control::SyncNow>(request.command))
+        syncCommands_.now(replyLater);
+    else
+        services_.commands().answer(request, replyLater);
 }
 
 /// Whoever asked may rely on what is answered: it is on disk by then.

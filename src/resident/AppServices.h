@@ -9,6 +9,7 @@
 #include "entry/Place.h"
 #include "entry/ReminderAlignment.h"
 #include "entry/Services.h"
+#include "entry/SyncCommands.h"
 #include "languagemodel/ChosenLanguageModel.h"
 #include "linux/ControlServer.h"
 #include "linux/DesktopNotifications.h"
@@ -20,7 +21,7 @@
 #include "sqlite/PreferencesLock.h"
 #include "sqlite/SqlitePreferences.h"
 #include "store/Backups.h"
-#include "sync/UnsetCloudStore.h"
+#include "sync/SyncedCloudStore.h"
 #include "unicode/CivilCalendar.h"
 
 #include <filesystem>
@@ -83,13 +84,14 @@ private:
     PreferencesLock lock_;
     std::unique_ptr<SqlitePreferences> preferences_;
     SystemClock clock_;
-    UnsetCloudStore cloud_;
     MainThreadExecutor mainExecutor_;
+    SyncedCloudStore cloud_;
     ChosenLanguageModel languageModel_;
     Backups backups_;
     unicode::CivilCalendar calendar_;
     SerialQueue commits_{"Quillo.Commits"};
     Services services_;
+    SyncCommands syncCommands_;
     Places places_{&languageModel_};
     std::function<Outcome(control::Show::Window)> show_;
     TimerfdTimer timer_;

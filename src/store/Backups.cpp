@@ -1,10 +1,10 @@
 #include "store/Backups.h"
 
+#include "base/DurableFile.h"
 #include "base/Log.h"
 #include "base/UtcTime.h"
 #include "model/TodoItemJson.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -24,50 +24,6 @@ namespace {
 using std::filesystem::path;
 
 constexpr std::string_view listEnding = ".json";
-
-/// An open file or folder; closed when it goes.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool isOpen() const { return number_ >= 0; }
-    int number() const { return number_; }
-
-private:
-    const int number_;
-};
-
-bool writeAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
-    }
-    return true;
-}
-
-/// Writes a file under a temporary name and renames it once its bytes are on the disk; then sees the name
-/// there too. Temporary names are used again, so what a crash left is overwritten the next time.
-bool writeDurably(const path& folder, const std::string& name, const path& temporary,
-                  std::string_view bytes) {
-    {
-        const Descriptor file(
-            ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600));
-        if (!file.isOpen() || !writeAll(file.number(), bytes) || ::fsync(file.number()) != 0)
-            return false;
-    }
-    if (::rename(temporary.c_str(), (folder / name).c_str()) != 0)
-        return false;
-    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return directory.isOpen() && ::fsync(directory.number()) == 0;
-}
 
 /// `purpose` tells apart what may be written at the same time.
 bool keep(const path& folder, const std::string& name, std::string_view purpose, std::string_view bytes) {

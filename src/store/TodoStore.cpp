@@ -1,5 +1,7 @@
 #include "store/TodoStore.h"
 
+#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace quillo {
@@ -110,6 +112,20 @@ void TodoStore::pushToCloud() {
     });
 }
 
+void TodoStore::prefer(const StampedList& other) {
+    if (!other.items.empty() && other.items != items_)
+        keepEarlier(other.items);
+    if (lastLocalStamp_.get() <= other.stamp)
+        persist(other.stamp);
+}
+
+void TodoStore::takeInstead(const ReceivedList& other) {
+    if (lastLocalStamp_.get() < other.list.stamp)
+        accept(other);
+    else
+        replaceAll(other.list.items, lastLocalStamp_.get());
+}
+
 void TodoStore::restoreEarlier(std::size_t which, std::function<void(Outcome)> done) {
     queue_.post([&persistence = persistence_, &mainExecutor = with_.mainExecutor, self = std::weak_ptr(self_),
                  which, done = std::move(done)] {
@@ -124,12 +140,12 @@ void TodoStore::restoreEarlier(std::size_t which, std::function<void(Outcome)> d
     });
 }
 
-void TodoStore::replaceAll(TaskList items) {
+void TodoStore::replaceAll(TaskList items, double after) {
     TaskList earlier = std::exchange(items_, std::move(items));
     if (!earlier.empty())
         keepEarlier(std::move(earlier));
     announce(ListChange::Kind::reset);
-    persist();
+    persist(after);
     listAccepted_.emit();
 }
 
@@ -152,9 +168,12 @@ void TodoStore::recount() {
     activeCount_.set(static_cast<std::int64_t>(items_.size() - items_.doneCount()));
 }
 
-void TodoStore::persist() {
+/// The stamp is that of now, unless it has to come after another one and the clock is behind that.
+void TodoStore::persist(double after) {
     recount();
-    lastLocalStamp_.set(with_.clock.now().unixSeconds());
+    const double now = with_.clock.now().unixSeconds();
+    lastLocalStamp_.set(
+        after < now || after == 0 ? now : std::nextafter(after, std::numeric_limits<double>::infinity()));
     const bool toCloud = syncIsOn();
     // Of saves that wait one behind the other only the last one matters, unless some go to the cloud and
     // others do not.

@@ -124,6 +124,12 @@ public:
     /// Writes list and stamp as they are to the cloud store, in the background: for when sync is turned on.
     void pushToCloud();
 
+    /// Has the list in memory go on in the place of one that is kept elsewhere, or that one in its place,
+    /// whichever was changed later: for when the user says which. The other is kept among the earlier lists.
+    /// What goes on has the later stamp.
+    void prefer(const StampedList& other);
+    void takeInstead(const ReceivedList& other);
+
     /// Brings back a kept earlier list (Backups::list; 1 is the latest) in the place of the one in memory,
     /// which is kept in turn. Reads it in the background; calls `done` when the main executor runs, with an
     /// error in words for the user if there is no such list or it cannot be read; not at all once this is
@@ -142,10 +148,10 @@ public:
 private:
     void removeReminder(const TodoItem& item);
     void recount();
-    void persist();
+    void persist(double after = 0);
     bool syncIsOn() const;
     void accept(const ReceivedList& received);
-    void replaceAll(TaskList items);
+    void replaceAll(TaskList items, double after = 0);
     void keepEarlier(TaskList earlier);
     void announce(ListChange::Kind kind, std::size_t index = 0);
 

@@ -58,6 +58,8 @@ def is_sanitized():
 
 def changes_the_list(command, *words):
     """Whether the command goes to the program that holds the list."""
+    if command == "sync":
+        return words[:1] != ("status",)
     return command in CHANGES or (command == "restore" and bool(words)) or (command, *words[:1]) == ("model", "use")
 
 

@@ -22,6 +22,8 @@ const Request requests[] = {
     {Remind{"4", ""}, "UTC", "en_US"},
     {Restore{10}, "UTC", "en_US"},
     {UseModel{"http://127.0.0.1:8080 small"}, "UTC", "en_US"},
+    {UseSync{"folder /home/me/Sync", "theirs"}, "UTC", "en_US"},
+    {SyncNow{}, "UTC", "en_US"},
     {Show{Show::Window::popover}, "UTC", "en_US"},
     {Show{Show::Window::quickAdd}, "UTC", "en_US"},
     {Show{Show::Window::settings}, "UTC", "en_US"},

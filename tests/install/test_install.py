@@ -278,6 +278,12 @@ class Installed:
                              [("file", "with blanks.md"), ("folder", "")])
             self.assertEqual(self.bash("export", *option, "file", ""), formats)
 
+    def test_bash_offers_what_to_do_about_other_computers(self):
+        self.assertEqual(self.bash("sync", ""), [("status", ""), ("use", ""), ("off", ""), ("now", "")])
+        self.assertEqual(self.bash("sync", "use", ""), [("folder", "")])
+        self.assertEqual(self.bash("sync", "use", "--keep", ""), [("mine", ""), ("theirs", "")])
+        self.assertEqual(self.bash("sync", "off", ""), [])
+
     def test_bash_offers_what_to_do_with_models(self):
         self.assertEqual(self.bash("model", ""), [("list", ""), ("use", ""), ("status", "")])
         self.assertEqual(self.bash("model", "use", ""), [("embedded", ""), ("none", "")])
@@ -333,6 +339,11 @@ class Installed:
             self.assertEqual([word for word, _ in self.fish(f"quillo export {option} file.md ")], sorted(formats))
 
     @needs("fish")
+    def test_fish_offers_what_to_do_about_other_computers(self):
+        self.assertEqual([word for word, _ in self.fish("quillo sync ")], ["status", "use", "off", "now"])
+        self.assertIn("folder", [word for word, _ in self.fish("quillo sync use ")])
+        self.assertEqual(self.fish("quillo sync off "), [])
+
     def test_fish_offers_what_to_do_with_models(self):
         self.assertEqual([word for word, _ in self.fish("quillo model ")], ["list", "use", "status"])
         self.assertEqual([word for word, _ in self.fish("quillo model use ")], ["embedded", "none"])
@@ -387,6 +398,9 @@ class Installed:
             self.zsh(f"quillo export json {option}f", f"quillo export json {option}file.md ")
 
     @needs("zsh")
+    def test_zsh_offers_what_to_do_about_other_computers(self):
+        self.zsh("quillo sync ", "\nnow ", "\noff ", "\nstatus ", "\nuse ")
+
     def test_zsh_offers_what_to_do_with_models(self):
         self.zsh("quillo model ", "\nlist ", "\nstatus ", "\nuse ")
         self.zsh("quillo model use ", "\nembedded ", "none")

@@ -14,11 +14,16 @@
 namespace quillo::cli {
 
 ExitCode change(control::Command command, const std::function<void(const Tasks&)>& report) {
-    const control::Answer answer = ask(std::move(command));
-    if (!answer)
-        return failed(answer.error());
-    report(*answer);
-    return ExitCode::Done;
+    ExitCode code = ExitCode::Done;
+    ask(std::move(command), [&](const control::Answer& answer) {
+        if (answer) {
+            report(*answer);
+            std::fflush(stdout);
+        } else {
+            code = failed(answer.error());
+        }
+    });
+    return code;
 }
 
 void printTitles(const Tasks& tasks) {

@@ -27,11 +27,15 @@ ExitCode remove(const Arguments& arguments);
 ExitCode resolve(const Arguments& arguments);
 ExitCode restore(const Arguments& arguments);
 ExitCode stats(const Arguments& arguments);
+ExitCode sync(const Arguments& arguments);
 ExitCode undone(const Arguments& arguments);
 ExitCode version(const Arguments& arguments);
 
 /// What speaks against the arguments of `model`.
 std::optional<std::string> objectionToModel(const Arguments& arguments);
+
+/// What speaks against the arguments of `sync`.
+std::optional<std::string> objectionToSync(const Arguments& arguments);
 
 /// A command's name and arguments, as a usage line shows them.
 std::string usageOf(const Command& command);

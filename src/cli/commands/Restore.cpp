@@ -51,6 +51,9 @@ ExitCode listEarlier() {
     const auto folder = dataFolder();
     if (!folder)
         return failed(folder.error());
+    // First, as what it takes over from other computers makes for one list more. Earlier lists are shown also
+    // where the present one is lost.
+    const auto session = Session::look();
     const SystemClock clock;
     const Backups backups(*folder, clock);
     const unicode::DateFormat dates(unicode::systemTimeZone(), unicode::systemLocale());
@@ -64,7 +67,6 @@ ExitCode listEarlier() {
     if (times.empty() && isatty(STDOUT_FILENO))
         std::puts("No earlier list is kept.");
 
-    const auto session = Session::look(); // Earlier lists are shown also where the present one is lost.
     const Terminal terminal = Terminal::ofStandardOutput();
     for (std::size_t number = 1; number <= times.size(); ++number) {
         std::string& time = times[number - 1];

@@ -1,0 +1,39 @@
+/// Notices that something happens in a folder, also where the folder itself comes and goes.
+#pragma once
+
+#include "base/Descriptor.h"
+
+#include <cstdint>
+#include <filesystem>
+
+namespace quillo {
+
+/// Looks after files that come into one folder, whole, under names of their own. Belongs to one thread.
+///
+/// Where the folder is not there, its nearest parent that is is watched for it, and the table of mounted file
+/// systems, as most folders that go away are on one. Where the kernel watches nothing (it has too few watches
+/// left, or another machine writes what is in the folder), only that table is.
+class FolderWatch {
+public:
+    explicit FolderWatch(std::filesystem::path folder);
+
+    /// Begins to watch what is there now. To be called before each look at the folder: what happens from then
+    /// on makes await() return.
+    void follow();
+
+    /// Returns when something may have happened since follow(), or `wake` can be read.
+    void await(int wake);
+
+private:
+    bool watch(const std::filesystem::path& folder, std::uint32_t events);
+    bool readEvents();
+    std::filesystem::path wayDown(const std::filesystem::path& parent) const;
+
+    const std::filesystem::path folder_;
+    Descriptor inotify_;
+    Descriptor mounts_;
+    int watch_ = -1;
+    std::filesystem::path watched_; ///< the folder, or a parent
+};
+
+} // namespace quillo

@@ -1,0 +1,37 @@
+/// Where the user wants the list to be kept in step through.
+#pragma once
+
+#include "base/Result.h"
+#include "ports/Preferences.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace quillo {
+
+/// Nowhere: until a place is chosen, and once keeping in step is ended.
+struct NoPlace {
+    friend bool operator==(const NoPlace&, const NoPlace&) = default;
+};
+
+/// A folder that something else keeps in step between machines.
+struct SyncedFolder {
+    std::filesystem::path root; ///< absolute, normal, UTF-8
+
+    friend bool operator==(const SyncedFolder&, const SyncedFolder&) = default;
+};
+
+using SyncPlace = std::variant<NoPlace, SyncedFolder>;
+
+/// Reads "off" or "folder PATH", an absolute path. An error is one in words for the user.
+Result<SyncPlace> readSyncPlace(std::string_view text);
+
+/// The form that readSyncPlace() reads.
+std::string toText(const SyncPlace& place);
+
+/// What the preferences say; none where they say nothing, or nothing that can be read.
+SyncPlace chosenSyncPlace(const Preferences& preferences);
+
+} // namespace quillo
