@@ -8,6 +8,7 @@
 #include <QLocale>
 #include <QTimer>
 #include <chrono>
+#include <functional>
 #include <utility>
 
 namespace quillo {
@@ -30,17 +31,21 @@ void withWindows(WindowsLibrary& library, Action action) {
 
 class PopoverOfLibrary final : public PopoverPlace {
 public:
-    explicit PopoverOfLibrary(WindowsLibrary& library) : library_(library) {}
+    PopoverOfLibrary(WindowsLibrary& library, std::function<void()> lookForNews)
+        : library_(library), lookForNews_(std::move(lookForNews)) {}
 
     void toggle(const std::optional<ScreenPoint>& anchor, const std::string& token) override {
+        lookForNews_();
         withWindows(library_, [&](Windows& windows) { windows.popover().toggle(anchor, token); });
     }
     void show(const std::optional<ScreenPoint>& anchor, const std::string& token) override {
+        lookForNews_();
         withWindows(library_, [&](Windows& windows) { windows.popover().show(anchor, token); });
     }
 
 private:
     WindowsLibrary& library_;
+    const std::function<void()> lookForNews_;
 };
 
 class QuickAddOfLibrary final : public QuickAddPlace {
@@ -96,7 +101,7 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
                                      .appearance = appearance_,
                                      .actions = menuActions_};
       }),
-      popover_(std::make_unique<PopoverOfLibrary>(library_)),
+      popover_(std::make_unique<PopoverOfLibrary>(library_, [this] { services_->lookForNews(); })),
       quickAdd_(std::make_unique<QuickAddOfLibrary>(library_)) {
     const QString folder = QStringLiteral(":/translations");
     if (translator_.load(QLocale(), QStringLiteral("quillo"), QStringLiteral("_"), folder) ||

@@ -65,6 +65,9 @@ public:
     /// Has the language model get ready for the first text, if there is one. Does not wait.
     void prewarmLanguageModel();
 
+    /// Looks, in the background, for what other computers may have left where nobody tells of it.
+    void lookForNews() { cloud_.synchronize(); }
+
     /// Takes no more commands, shows no more reminders, waits for no language model any more, and calls
     /// `done` when what had begun is done, or that takes too long.
     void stop(const std::function<void()>& done);

@@ -633,5 +633,79 @@ TEST(TodoStoreMachines, ChangesTravelThereAndBack) {
     EXPECT_EQ(contents(desk.store.items()), contents(lap.store.items()));
 }
 
+// Which list goes on where the user says so.
+
+class PreferenceTest : public TodoStoreSyncTest {
+protected:
+    void SetUp() override {
+        start(&backups);
+        store->add(Task("here").id(numberedId(1)));
+        settle();
+        here = store->lastLocalStamp().get();
+    }
+    void TearDown() override { store.reset(); }
+
+    static ReceivedList theirs(const std::vector<TodoItem>& items, double stamp) {
+        return {{TaskList(items), stamp}, listOf(items)};
+    }
+
+    std::vector<Titles> earlier() const {
+        std::vector<Titles> lists;
+        for (std::size_t which = 1; which <= backups.listTimes().size(); ++which)
+            lists.push_back(titles(*TaskList::decode(*backups.list(which))));
+        return lists;
+    }
+
+    support::TemporaryFolder folder;
+    Backups backups{folder.path(), world.clock};
+    double here = 0;
+};
+
+TEST_F(PreferenceTest, TheOneHereGoesOnUnderALaterStamp) {
+    for (const double theirStamp : {here + 100, here, here - 100}) {
+        store->prefer(theirs({Task("there")}, theirStamp).list);
+        settle();
+        EXPECT_EQ(titles(store->items()), Titles{"here"});
+        EXPECT_GT(store->lastLocalStamp().get(), theirStamp);
+        EXPECT_EQ(earlier().front(), Titles{"there"});
+        expectInPreferences(*store->items().encode(), store->lastLocalStamp().get());
+    }
+}
+
+TEST_F(PreferenceTest, TheOneHereKeepsItsStampIfThatIsLater) {
+    store->prefer(theirs({Task("there")}, here - 100).list);
+    EXPECT_EQ(store->lastLocalStamp().get(), here);
+    world.clock.advance(10);
+    store->prefer(theirs({Task("there")}, here).list);
+    EXPECT_EQ(store->lastLocalStamp().get(), world.clock.now().unixSeconds());
+}
+
+TEST_F(PreferenceTest, TheOneThereGoesOnAsItIsIfItIsLater) {
+    const ReceivedList list = theirs({Task("there")}, here + 100);
+    store->takeInstead(list);
+    settle();
+    EXPECT_EQ(titles(store->items()), Titles{"there"});
+    expectInPreferences(list.bytes, here + 100);
+    EXPECT_EQ(earlier(), (std::vector<Titles>{{"here"}}));
+}
+
+TEST_F(PreferenceTest, TheOneThereGoesOnUnderALaterStampIfItIsNot) {
+    for (const double theirStamp : {here, here - 100}) {
+        const double before = store->lastLocalStamp().get();
+        store->takeInstead(theirs({Task("there")}, theirStamp));
+        settle();
+        EXPECT_EQ(titles(store->items()), Titles{"there"});
+        EXPECT_GT(store->lastLocalStamp().get(), before);
+        expectInPreferences(*store->items().encode(), store->lastLocalStamp().get());
+    }
+    EXPECT_EQ(earlier().back(), Titles{"here"});
+}
+
+TEST_F(PreferenceTest, NothingIsKeptOfAListWithoutTasks) {
+    store->prefer(theirs({}, here + 100).list);
+    settle();
+    EXPECT_EQ(earlier(), std::vector<Titles>{});
+}
+
 } // namespace
 } // namespace quillo
