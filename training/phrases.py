@@ -259,7 +259,7 @@ class Phrases:
     def month(self):
         month = self.r.randrange(12)
         if self.chance(0.45):
-            return month + 1, self.r.choice(MONTH_SHORT[month]) + ("." if self.chance(0.12) else "")
+            return month + 1, self.r.choice(MONTH_SHORT[month]) + ("." if self.chance(0.22) else "")
         return month + 1, MONTHS[month]
 
     # Times of day.
@@ -2092,11 +2092,13 @@ class Phrases:
             0.55 if "DAY" in day.meaning.kind[:-1] and day.meaning.kind.startswith(("THIS_", "NEXT_")) else 0.36
         ):
             text, hour, minute = self.time(beside_day=True)
-            joint = self.weighted([(50, " "), (6, ", "), (2, " - "), (2, " ")])
+            joint = self.weighted([(52, " "), (6, ", "), (2, " - ")])
+            # Beside a date in digits only what cannot be another part of it stands without a word between.
+            plain_time = "|M}" in text or re.search(r"\}\s?[ap]", text, re.I) is not None
             meaning = replace(day.meaning, hour=hour, minute=minute)
             if self.chance(0.33):
                 if text[-1] == "}" and day.text[:1] in "{0123456789":
-                    joint = self.pick(" on ", ", ")
+                    joint = self.pick(" on ", ", ", *([" ", " "] if plain_time else []))
                 return Phrase(
                     text
                     + (
@@ -2110,7 +2112,7 @@ class Phrases:
                     meaning,
                 )
             if day.text[-1] == "}" and text[:1] in "{0123456789":
-                joint = self.pick(" at ", " at ", ", ", " @ ", " around ")
+                joint = self.pick(" at ", ", ", " @ ", " around ", *([" ", " ", " ", " "] if plain_time else [" at "]))
             return Phrase(day.text + joint + text, meaning)
         return day
 
