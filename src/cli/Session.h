@@ -40,8 +40,8 @@ public:
     Result<control::NumberedItem> find(std::string_view task) { return services_.commands().find(task); }
 
     /// Does what is asked, and answers when that is on disk. `text` is what the request's text was understood
-    /// as, if it has one: no language model is asked here, as others wait for the lock. What is to go to other
-    /// computers is on its way then; the end of the session gives it a moment.
+    /// as, if it has one: no language model is asked here, as others wait for the lock. What is to go to
+    /// other computers is on its way then; the end of the session gives it a moment.
     control::Answer answer(const control::Request& request, const std::optional<UnderstoodText>& text);
 
 private:

@@ -74,7 +74,7 @@ Result<std::string> readBounded(const path& file, struct stat& status) {
 
 FolderCarrier::FolderCarrier(const path& root, Device self, SetUp setUp)
     : root_(root), folder_(root / "quillo" / "v1"), self_(std::move(self)), toBeMade_(setUp == SetUp::Yes),
-      watch_(folder_) {}
+      watch_(folder_, [](std::string_view name) { return deviceOfFileName(name).has_value(); }) {}
 
 Exchange FolderCarrier::exchange(Mirror& mirror) {
     Exchange exchange;

@@ -10,7 +10,6 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <string_view>
 #include <utility>
 
 namespace quillo {
@@ -23,8 +22,9 @@ constexpr std::uint32_t inParent = IN_CREATE | IN_MOVED_TO | IN_ATTRIB | ends;
 
 } // namespace
 
-FolderWatch::FolderWatch(std::filesystem::path folder)
-    : folder_(std::move(folder)), inotify_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)),
+FolderWatch::FolderWatch(std::filesystem::path folder, IsOfInterest isOfInterest)
+    : folder_(std::move(folder)), isOfInterest_(std::move(isOfInterest)),
+      inotify_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)),
       mounts_(open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)) {
     if (!inotify_.isOpen())
         log(std::string("changes of folders will not be noticed: ") + std::strerror(errno));
@@ -94,7 +94,7 @@ bool FolderWatch::readEvents() {
             if (event->wd == watch_ && (event->mask & IN_IGNORED) != 0)
                 watch_ = -1;
             if ((event->mask & IN_Q_OVERFLOW) != 0 || event->wd == watch_)
-                concerned |= name.empty() || itself || name == next.native();
+                concerned |= name.empty() || (itself ? isOfInterest_(name) : name == next.native());
             else
                 concerned |= watch_ < 0;
         }

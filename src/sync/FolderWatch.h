@@ -5,17 +5,21 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <string_view>
 
 namespace quillo {
 
-/// Looks after files that come into one folder, whole, under names of their own. Belongs to one thread.
+/// Looks after files with certain names in one folder. Belongs to one thread.
 ///
 /// Where the folder is not there, its nearest parent that is is watched for it, and the table of mounted file
 /// systems, as most folders that go away are on one. Where the kernel watches nothing (it has too few watches
 /// left, or another machine writes what is in the folder), only that table is.
 class FolderWatch {
 public:
-    explicit FolderWatch(std::filesystem::path folder);
+    using IsOfInterest = std::function<bool(std::string_view name)>;
+
+    FolderWatch(std::filesystem::path folder, IsOfInterest isOfInterest);
 
     /// Begins to watch what is there now. To be called before each look at the folder: what happens from then
     /// on makes await() return.
@@ -30,6 +34,7 @@ private:
     std::filesystem::path wayDown(const std::filesystem::path& parent) const;
 
     const std::filesystem::path folder_;
+    const IsOfInterest isOfInterest_;
     Descriptor inotify_;
     Descriptor mounts_;
     int watch_ = -1;

@@ -2,6 +2,7 @@
 
 #include <simdjson.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace quillo {
@@ -10,12 +11,35 @@ namespace {
 
 constexpr std::string_view off = "off";
 constexpr std::string_view folder = "folder ";
+constexpr std::string_view webDav = "webdav ";
+
+std::optional<WebDavFolder> readWebDav(std::string_view text) {
+    const std::size_t end = std::min(text.find(' '), text.size());
+    const std::string_view url = text.substr(0, end);
+    if (!url.starts_with("https://") && !url.starts_with("http://"))
+        return std::nullopt;
+    return WebDavFolder{std::string(url), std::string(text.substr(std::min(end + 1, text.size())))};
+}
+
+struct TextOf {
+    std::string operator()(const NoPlace&) const { return std::string(off); }
+    std::string operator()(const SyncedFolder& place) const {
+        return std::string(folder) + place.root.string();
+    }
+    std::string operator()(const WebDavFolder& place) const {
+        return std::string(webDav) + place.url + (place.user.empty() ? "" : ' ' + place.user);
+    }
+};
 
 } // namespace
 
 Result<SyncPlace> readSyncPlace(std::string_view text) {
     if (text == off)
         return SyncPlace(NoPlace{});
+    if (text.starts_with(webDav)) {
+        if (const std::optional<WebDavFolder> place = readWebDav(text.substr(webDav.size())))
+            return SyncPlace(*place);
+    }
     if (!text.starts_with(folder))
         return Error{"\"" + std::string(text) + "\" is no place to keep the list in step through"};
     const std::string name(text.substr(folder.size()));
@@ -28,8 +52,7 @@ Result<SyncPlace> readSyncPlace(std::string_view text) {
 }
 
 std::string toText(const SyncPlace& place) {
-    const auto* const synced = std::get_if<SyncedFolder>(&place);
-    return synced != nullptr ? std::string(folder) + synced->root.string() : std::string(off);
+    return std::visit(TextOf{}, place);
 }
 
 SyncPlace chosenSyncPlace(const Preferences& preferences) {

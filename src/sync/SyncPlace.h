@@ -23,9 +23,18 @@ struct SyncedFolder {
     friend bool operator==(const SyncedFolder&, const SyncedFolder&) = default;
 };
 
-using SyncPlace = std::variant<NoPlace, SyncedFolder>;
+/// A folder on a server that speaks WebDAV (RFC 4918).
+struct WebDavFolder {
+    std::string url;  ///< http or https, without user, password, query, fragment and slash at the end
+    std::string user; ///< whose password is asked for; empty: the server is told of nobody
 
-/// Reads "off" or "folder PATH", an absolute path. An error is one in words for the user.
+    friend bool operator==(const WebDavFolder&, const WebDavFolder&) = default;
+};
+
+using SyncPlace = std::variant<NoPlace, SyncedFolder, WebDavFolder>;
+
+/// Reads "off", "folder PATH", an absolute path, or "webdav URL[ USER]". An error is one in words for the
+/// user.
 Result<SyncPlace> readSyncPlace(std::string_view text);
 
 /// The form that readSyncPlace() reads.

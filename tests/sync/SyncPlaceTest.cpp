@@ -11,7 +11,9 @@ namespace quillo {
 namespace {
 
 TEST(SyncPlace, IsReadAsItIsWritten) {
-    for (const SyncPlace& place : {SyncPlace(NoPlace{}), SyncPlace(SyncedFolder{"/home/me/My Sync/é"})}) {
+    for (const SyncPlace& place : {SyncPlace(NoPlace{}), SyncPlace(SyncedFolder{"/home/me/My Sync/é"}),
+                                   SyncPlace(WebDavFolder{"https://cloud.example/dav/My%20Files", "Zoë K"}),
+                                   SyncPlace(WebDavFolder{"http://127.0.0.1:8080", ""})}) {
         const auto read = readSyncPlace(toText(place));
         ASSERT_TRUE(read);
         EXPECT_EQ(*read, place);
@@ -21,9 +23,10 @@ TEST(SyncPlace, IsReadAsItIsWritten) {
 }
 
 TEST(SyncPlace, RefusesOtherTexts) {
-    for (const std::string& text : {std::string(), std::string("on"), std::string("folder"),
-                                    std::string("folder "), std::string("folder sync"), std::string("/sync"),
-                                    std::string("folder /\xFF"), std::string("folder /a\0b", 11)})
+    for (const std::string& text :
+         {std::string(), std::string("on"), std::string("folder"), std::string("folder "),
+          std::string("folder sync"), std::string("/sync"), std::string("folder /\xFF"),
+          std::string("folder /a\0b", 11), std::string("webdav "), std::string("webdav ftp://server")})
         EXPECT_FALSE(readSyncPlace(text)) << text;
 }
 
