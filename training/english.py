@@ -3,7 +3,7 @@
 usage: english.py training|judging PROGRAM FILE
 
 Writes those that only a model would understand, by PROGRAM, the quillo command. Training learns from WordNet, the
-descriptions of Debian's packages and PostgreSQL's manual; what judges it, Git's manual, it never sees.
+descriptions of Debian's packages, and books and manuals of several kinds; what judges it, Git's manual, it never sees.
 """
 
 import html
@@ -13,6 +13,12 @@ import re
 import subprocess
 import sys
 
+BOOKS = [
+    "postgresql-doc-15/html",
+    "python3.11/html",
+    "debian-handbook/html/en-US",
+    "anarchism/html",
+]
 MONTHS = "january|february|march|april|may|june|july|august|september|october|november|december"
 SHORT_MONTHS = "jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec"
 # Generous: a line too many left out does no harm.
@@ -54,7 +60,7 @@ def package_descriptions():
 
 def manual(folder):
     """The paragraphs of a manual in HTML."""
-    for page in sorted(pathlib.Path(folder).rglob("*.html")):
+    for page in sorted(pathlib.Path("/usr/share/doc", folder).rglob("*.html")):
         for paragraph in re.findall(r"<p[^>]*>(.*?)</p>", page.read_text(encoding="utf-8", errors="replace"), re.S):
             yield from sentences(html.unescape(re.sub(r"<[^>]+>", "", paragraph)))
 
@@ -80,9 +86,10 @@ def paths(texts, program):
 
 def main(what, program, file):
     if what == "training":
-        lines = undated([*wordnet(), *package_descriptions(), *manual("/usr/share/doc/postgresql-doc-15/html")])
+        books = (line for book in BOOKS for line in manual(book))
+        lines = undated([*wordnet(), *package_descriptions(), *books])
     else:
-        lines = undated(manual("/usr/share/doc/git/html"))
+        lines = undated(manual("git/html"))
     for_a_model = [line for line, path in zip(lines, paths(lines, program)) if path == "miss"]
     print(f"{len(lines)} lines of English without dates, {len(for_a_model)} of them for a model")
     pathlib.Path(file).write_text("\n".join(for_a_model) + "\n", encoding="utf-8")
