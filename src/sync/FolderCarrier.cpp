@@ -3,13 +3,11 @@
 #include "base/Descriptor.h"
 #include "base/DurableFile.h"
 #include "base/Log.h"
-#include "model/TodoItemJson.h"
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <ctime>
 #include <memory>
@@ -73,8 +71,9 @@ Result<std::string> readBounded(const path& file, struct stat& status) {
 } // namespace
 
 FolderCarrier::FolderCarrier(const path& root, Device self, SetUp setUp)
-    : root_(root), folder_(root / "quillo" / "v1"), self_(std::move(self)), toBeMade_(setUp == SetUp::Yes),
-      watch_(folder_, [](std::string_view name) { return deviceOfFileName(name).has_value(); }) {}
+    : root_(root), folder_(root / "quillo" / "v1"), toBeMade_(setUp == SetUp::Yes),
+      watch_(folder_, [](std::string_view name) { return deviceOfFileName(name).has_value(); }),
+      files_(std::move(self), folder_.string(), [this](const Uuid& device) { return read(device); }) {}
 
 Exchange FolderCarrier::exchange(Mirror& mirror) {
     Exchange exchange;
@@ -89,16 +88,7 @@ Exchange FolderCarrier::exchange(Mirror& mirror) {
         return exchange;
     if (const auto outgoing = mirror.outgoing())
         exchange.outcome = send(*outgoing);
-    File* const found = latest();
-    exchange.devices = devices();
-    exchange.changed = mirror.receive(
-        found != nullptr
-            ? std::optional(StampedBytes{*found->items, std::get<FoundDevice>(found->content).stamp})
-            : std::nullopt);
-    for (auto& [device, file] : files_) {
-        if (&file != found && device != self_.id)
-            file.items.reset();
-    }
+    files_.tell(mirror, exchange);
     return exchange;
 }
 
@@ -116,143 +106,62 @@ Outcome FolderCarrier::look() {
     const std::unique_ptr<DIR, CloseFolder> folder(::opendir(folder_.c_str()));
     if (!folder) {
         const int error = errno;
-        files_.clear();
+        files_.forgetAll();
+        seen_.clear();
         return Error{error == ENOENT || error == ENOTDIR
                          ? folder_.string() + " is not there; perhaps what it is on is not connected"
                          : "cannot read " + folder_.string() + ": " + reason(error)};
     }
-    std::set<Uuid> seen;
+    std::set<Uuid> there;
     errno = 0;
     while (const dirent* const entry = ::readdir(folder.get())) {
         const std::optional<Uuid> device = deviceOfFileName(entry->d_name);
         if (!device)
             continue;
-        seen.insert(*device);
-        File& file = files_[*device];
+        there.insert(*device);
+        const Seen& seen = seen_[*device];
         struct stat now {};
-        if (!file.settled || ::stat((folder_ / entry->d_name).c_str(), &now) != 0 ||
-            !isUnchanged(file.status, now))
-            read(*device, file);
+        if (!seen.settled || ::stat((folder_ / entry->d_name).c_str(), &now) != 0 ||
+            !isUnchanged(seen.status, now))
+            static_cast<void>(files_.read(*device)); // Its errors are of the file.
         errno = 0;
     }
     if (errno != 0)
         return Error{"cannot read " + folder_.string() + ": " + reason(errno)};
-    std::erase_if(files_, [&](const auto& file) { return !seen.contains(file.first); });
+    files_.keep(there);
+    std::erase_if(seen_, [&](const auto& seen) { return !there.contains(seen.first); });
     return success();
 }
 
-void FolderCarrier::read(const Uuid& device, File& file) const {
-    file.status = {};
-    const Result<std::string> bytes = readBounded(folder_ / deviceFileName(device), file.status);
-    auto content = bytes ? decodeDeviceFile(*bytes) : Error{bytes.error()};
-    file.settled = bytes && file.status.st_mtim.tv_sec + coarsestStep < std::time(nullptr);
-    file.items.reset();
-    file.itemsChecked = false;
-    if (std::holds_alternative<UnknownFormat>(content)) {
-        skip(device, file, Error{"it is of a newer Quillo"});
-        file.content = UnknownFormat{};
-    } else if (const auto* const error = std::get_if<Error>(&content)) {
-        skip(device, file, *error);
-    } else {
-        DeviceFile& read = std::get<DeviceFile>(content);
-        if (read.device.id != device) {
-            skip(device, file, Error{"it is another device's"});
-            return;
-        }
-        file.items = std::move(read.list.items);
-        file.content = FoundDevice{std::move(read.device), read.list.stamp};
-    }
-}
-
-void FolderCarrier::skip(const Uuid& device, File& file, const Error& why) const {
-    if (file.complaint != why)
-        log("skipped " + (folder_ / deviceFileName(device)).string() + ": " + why.message);
-    file.complaint = why;
-    file.content = why;
-    file.items.reset();
+std::variant<std::string, Error, PlaceFailed> FolderCarrier::read(const Uuid& device) {
+    Seen& seen = seen_[device];
+    seen.status = {};
+    Result<std::string> bytes = readBounded(folder_ / deviceFileName(device), seen.status);
+    seen.settled = bytes && seen.status.st_mtim.tv_sec + coarsestStep < std::time(nullptr);
+    if (!bytes)
+        return bytes.error();
+    return *std::move(bytes);
 }
 
 Outcome FolderCarrier::send(const StampedBytes& list) {
-    const std::string name = deviceFileName(self_.id);
-    const path file = folder_ / name;
-    const auto found = files_.find(self_.id);
-    if (found != files_.end() && std::holds_alternative<UnknownFormat>(found->second.content))
-        return Error{"nothing is sent: " + file.string() + " is of a newer Quillo"};
-    if (hasBeenSent(list))
-        return success();
-    const std::optional<std::string> bytes = encodeDeviceFile({self_, list});
+    const auto bytes = files_.toBeWritten(list);
     if (!bytes)
-        return Error{"nothing is sent: the list is too large"};
+        return bytes.error();
+    if (!*bytes)
+        return success();
     // Under a name that tools which keep folders in step leave alone.
-    const path temporary = folder_ / ("~" + self_.id.toString() + ".tmp");
-    if (!writeDurably(folder_, name, temporary, *bytes)) {
+    const std::string name = deviceFileName(files_.self());
+    const path file = folder_ / name;
+    const path temporary = folder_ / ("~" + files_.self().toString() + ".tmp");
+    if (!writeDurably(folder_, name, temporary, **bytes)) {
         const std::string why = reason(errno);
         ::unlink(temporary.c_str());
         return Error{"cannot write " + file.string() + ": " + why};
     }
-    File& sent = files_[self_.id];
-    sent.content = FoundDevice{self_, list.stamp};
-    sent.items = list.items;
-    sent.itemsChecked = true;
-    sent.settled = ::stat(file.c_str(), &sent.status) == 0; // Nobody else writes it.
+    files_.hasBeenWritten(list);
+    Seen& seen = seen_[files_.self()];
+    seen.settled = ::stat(file.c_str(), &seen.status) == 0; // Nobody else writes it.
     return success();
-}
-
-/// Whether this device's file has that list, or a later one.
-bool FolderCarrier::hasBeenSent(const StampedBytes& list) {
-    const auto found = files_.find(self_.id);
-    const FoundDevice* const own =
-        found != files_.end() ? std::get_if<FoundDevice>(&found->second.content) : nullptr;
-    return own != nullptr &&
-           (list.stamp < own->stamp || (list.stamp == own->stamp && found->second.items == list.items));
-}
-
-/// The file with the latest list that can be read; it has its items. Null for none.
-FolderCarrier::File* FolderCarrier::latest() {
-    for (;;) {
-        Files::value_type* best = nullptr;
-        for (auto& file : files_) {
-            if (std::holds_alternative<FoundDevice>(file.second.content) &&
-                (best == nullptr || isBefore(file, *best)))
-                best = &file;
-        }
-        if (best == nullptr)
-            return nullptr;
-        File& file = best->second;
-        if (!file.items) {
-            read(best->first, file);
-            continue;
-        }
-        file.itemsChecked = file.itemsChecked || decodeStoredItems(file.items->bytes());
-        if (file.itemsChecked) {
-            file.complaint.reset();
-            return &file;
-        }
-        skip(best->first, file, Error{"its list cannot be read"});
-    }
-}
-
-/// Whether the list of the left file comes before that of the right one.
-bool FolderCarrier::isBefore(const Files::value_type& left, const Files::value_type& right) const {
-    const double leftStamp = std::get<FoundDevice>(left.second.content).stamp;
-    const double rightStamp = std::get<FoundDevice>(right.second.content).stamp;
-    if (leftStamp != rightStamp)
-        return leftStamp > rightStamp;
-    if ((left.first == self_.id) != (right.first == self_.id))
-        return left.first == self_.id;
-    return left.first < right.first;
-}
-
-std::vector<FoundDevice> FolderCarrier::devices() const {
-    std::vector<FoundDevice> devices;
-    for (const auto& [device, file] : files_) {
-        if (const auto* const found = std::get_if<FoundDevice>(&file.content))
-            devices.push_back(*found);
-    }
-    std::stable_sort(devices.begin(), devices.end(), [](const FoundDevice& left, const FoundDevice& right) {
-        return left.stamp > right.stamp;
-    });
-    return devices;
 }
 
 } // namespace quillo
