@@ -1,13 +1,11 @@
 #include "languagemodel/ServerAddress.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#include "base/Host.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <optional>
 
 namespace quillo {
@@ -50,14 +48,6 @@ bool isPort(std::string_view text) {
     return consistsOf(text, digits) && error == std::errc() && end == text.data() + text.size() && port > 0;
 }
 
-std::optional<in6_addr> ipv6Address(std::string_view host) {
-    if (host.size() < 2 || host.front() != '[' || host.back() != ']')
-        return std::nullopt;
-    const std::string inside(host.substr(1, host.size() - 2));
-    in6_addr address{};
-    return inet_pton(AF_INET6, inside.c_str(), &address) == 1 ? std::optional(address) : std::nullopt;
-}
-
 std::optional<Authority> readAuthority(std::string_view text) {
     const std::size_t bracket = text.find(']');
     const std::size_t colon = text.find(':', bracket == std::string_view::npos ? 0 : bracket);
@@ -67,19 +57,6 @@ std::optional<Authority> readAuthority(std::string_view text) {
     if ((!isName && !ipv6Address(host)) || (!port.empty() && !isPort(port.substr(1))))
         return std::nullopt;
     return Authority{std::move(host), std::string(port)};
-}
-
-bool isLoopback(const std::string& host) {
-    if (host == "localhost")
-        return true;
-    if (const std::optional<in6_addr> address = ipv6Address(host)) {
-        constexpr int firstOfMapped = 12; // ::ffff:127.0.0.1
-        return IN6_IS_ADDR_LOOPBACK(&*address) ||
-               (IN6_IS_ADDR_V4MAPPED(&*address) && address->s6_addr[firstOfMapped] == IN_LOOPBACKNET);
-    }
-    in_addr address{};
-    return inet_pton(AF_INET, host.c_str(), &address) == 1 &&
-           ntohl(address.s_addr) >> IN_CLASSA_NSHIFT == IN_LOOPBACKNET;
 }
 
 constexpr std::string_view schemeEnd = "://";

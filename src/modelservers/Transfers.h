@@ -20,14 +20,12 @@ namespace quillo {
 /// Carries out any number of exchanges at a time, on a thread of its own, which begins with the first.
 /// Belongs to the main thread. Going, it gives up all that is under way at once, whatever the servers do.
 ///
-/// An answer is one with the status 200: redirects are not followed, as they could lead anywhere. No cookies
-/// are kept; certificates are verified. Proxies of the environment are left out for addresses on this
-/// machine.
+/// An answer is one with the status 200.
 class Transfers {
 public:
     using Ticket = std::uint64_t;
 
-    /// The most bytes of an answer, its head included.
+    /// The most bytes of an answer, of its head and its body each.
     static constexpr std::size_t longestAnswer = std::size_t{256} << 10;
 
     Transfers();
