@@ -17,6 +17,16 @@ namespace {
 /// How long a command waits for what other computers have left: a folder on a disk takes far less.
 constexpr std::chrono::milliseconds patienceForNews{250};
 
+/// Commands wait for no server, but for those that are about keeping in step.
+bool isWithinReach(const SyncPlace& place) {
+    return std::holds_alternative<SyncedFolder>(place);
+}
+
+std::unique_ptr<Carrier> carrierAtStart(Preferences& preferences) {
+    const SyncPlace place = chosenSyncPlace(preferences);
+    return isWithinReach(place) ? makeCarrier(place, PlaceIs::SetUp, preferences) : nullptr;
+}
+
 } // namespace
 
 Result<std::unique_ptr<Session>> Session::look() {
@@ -24,7 +34,8 @@ Result<std::unique_ptr<Session>> Session::look() {
     if (!folder)
         return folder.error();
     auto session = open(*folder, std::nullopt);
-    if (session && (*session)->syncCommands_.isWanted()) {
+    if (session && (*session)->syncCommands_.isWanted() &&
+        isWithinReach(chosenSyncPlace((*session)->preferences()))) {
         // Who holds the list takes over what comes by himself.
         auto lock = PreferencesLock::tryAcquire(*folder);
         auto inStep = lock && *lock ? change(*folder, *std::move(*lock)) : std::move(session);
@@ -69,8 +80,7 @@ Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& fold
 Session::Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
                  std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
     : lock_(std::move(lock)), preferences_(std::move(preferences)),
-      cloud_(folder, mainExecutor_, clock_,
-             lock_ ? makeCarrier(chosenSyncPlace(*preferences_), PlaceIs::SetUp, *preferences_) : nullptr),
+      cloud_(folder, mainExecutor_, clock_, lock_ ? carrierAtStart(*preferences_) : nullptr),
       backups_(folder, clock_), calendar_(std::move(calendar)),
       services_(Surroundings{*preferences_, cloudWithNews(), clock_, calendar_, mainExecutor_, backups_}),
       syncCommands_(SyncCommandsDependencies{*preferences_, cloud_, services_.todoStore()}) {}
@@ -106,6 +116,14 @@ void Session::apply(const control::Request& request, const std::optional<Underst
     } else if (const auto* sync = std::get_if<control::UseSync>(&request.command)) {
         syncCommands_.use(*sync, reply);
     } else if (std::holds_alternative<control::SyncNow>(request.command)) {
+        if (!cloud_.hasPlace()) {
+            cloud_.use(makeCarrier(chosenSyncPlace(*preferences_), PlaceIs::SetUp, *preferences_));
+            services_.todoStore().pushToCloud();
+            if (const Outcome drained = services_.todoStore().drain(); !drained) {
+                reply(drained.error());
+                return;
+            }
+        }
         cloud_.holdBack(false); // Nothing has been changed.
         syncCommands_.now(reply);
     } else if (text) {

@@ -69,6 +69,22 @@ std::string HttpCall::contentType() const {
     return inLowerCase(value.substr(0, value.find_first_of("; ")));
 }
 
+std::string HttpCall::challenge() const {
+    std::string all;
+    curl_header* header = nullptr;
+    for (std::size_t which = 0;
+         curl_easy_header(easy_.get(), "WWW-Authenticate", which, CURLH_HEADER, -1, &header) == CURLHE_OK;
+         ++which)
+        all.append(header->value).append(", ");
+    return inLowerCase(std::move(all));
+}
+
+std::chrono::seconds HttpCall::retryAfter() const {
+    curl_off_t seconds = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_RETRY_AFTER, &seconds);
+    return std::chrono::seconds(std::max<curl_off_t>(seconds, 0));
+}
+
 std::size_t HttpCall::receiveHead(char*, std::size_t size, std::size_t count, void* call) {
     auto& self = *static_cast<HttpCall*>(call);
     self.headReceived_ += size * count;
@@ -93,6 +109,11 @@ Error describeFailure(CURLcode code, const std::string& server) {
         return {server + " does not answer in time"};
     case CURLE_PEER_FAILED_VERIFICATION:
         return {"the certificate there cannot be trusted"};
+    case CURLE_GOT_NOTHING:
+    case CURLE_PARTIAL_FILE:
+    case CURLE_RECV_ERROR:
+    case CURLE_SEND_ERROR:
+        return {server + " breaks off the connection"};
     case CURLE_WRITE_ERROR: // Ours, where an answer is too long.
         return {server + " answers more than can be read"};
     default:

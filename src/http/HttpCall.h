@@ -42,8 +42,10 @@ public:
 
     // Of the answer, once the call has ended well.
     long status() const;
-    std::string header(const char* name) const; ///< empty where there is none
+    std::string header(const char* name) const; ///< of several, the first; empty where there is none
     std::string contentType() const;            ///< lower case, without parameters
+    std::string challenge() const;              ///< all of WWW-Authenticate, in lower case
+    std::chrono::seconds retryAfter() const;    ///< zero where the server does not mind
     std::string takeBody() { return std::move(body_); }
 
 private:

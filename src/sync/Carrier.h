@@ -24,7 +24,8 @@ struct Exchange {
     bool changed = false;             ///< the mirror has received another list than it had
 };
 
-/// Belongs to the thread of a Transfer. It may wait for disk or network as long as it takes.
+/// Belongs to the thread of a Transfer, but for what is said to be for any. It may wait for disk or network
+/// as long as it takes.
 class Carrier {
 public:
     virtual ~Carrier() = default;
@@ -37,6 +38,14 @@ public:
     /// Returns when there may be something new at the place, or `wake` can be read: the number of an event
     /// counter (eventfd), which is left unread. Sleeps meanwhile.
     virtual void awaitNews(int wake) = 0;
+
+    /// Whether the user has the list before his eyes, and wants to see news soon. Any thread; returns at
+    /// once.
+    virtual void setShown(bool) {}
+
+    /// Nobody wants what is under way any more, nor anything later. Any thread; returns soon. What would be
+    /// in the way when the process ends is not under way any more then.
+    virtual void giveUp() {}
 };
 
 } // namespace quillo

@@ -11,8 +11,7 @@ namespace quillo {
 DeviceFiles::DeviceFiles(Device self, std::string folder, ReadBytes readBytes)
     : self_(std::move(self)), folder_(std::move(folder)), readBytes_(std::move(readBytes)) {}
 
-Outcome DeviceFiles::read(const Uuid& device) {
-    auto bytes = readBytes_(device);
+Outcome DeviceFiles::take(const Uuid& device, Bytes bytes) {
     if (auto* const failed = std::get_if<PlaceFailed>(&bytes))
         return std::move(failed->why);
     const auto* const whole = std::get_if<std::string>(&bytes);

@@ -30,8 +30,11 @@ struct PlaceFailed {
 /// older one. A file of a format that is not known is never written over.
 class DeviceFiles {
 public:
-    /// The bytes of a device's file as they are now, or why that file has none.
-    using ReadBytes = std::function<std::variant<std::string, Error, PlaceFailed>(const Uuid&)>;
+    /// A file's bytes, or why it has none.
+    using Bytes = std::variant<std::string, Error, PlaceFailed>;
+
+    /// Gives those of a device's file, as they are now.
+    using ReadBytes = std::function<Bytes(const Uuid&)>;
 
     /// `folder` is what the files lie in, for people.
     DeviceFiles(Device self, std::string folder, ReadBytes readBytes);
@@ -39,7 +42,10 @@ public:
     const Uuid& self() const { return self_.id; }
 
     /// Reads the file of a device anew. Where the place fails, what is known of the file stays.
-    Outcome read(const Uuid& device);
+    Outcome read(const Uuid& device) { return take(device, readBytes_(device)); }
+
+    /// The same, of bytes that have been read already.
+    Outcome take(const Uuid& device, Bytes bytes);
 
     /// Only these devices have a file.
     void keep(const std::set<Uuid>& devices);

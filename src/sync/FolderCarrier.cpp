@@ -133,7 +133,7 @@ Outcome FolderCarrier::look() {
     return success();
 }
 
-std::variant<std::string, Error, PlaceFailed> FolderCarrier::read(const Uuid& device) {
+DeviceFiles::Bytes FolderCarrier::read(const Uuid& device) {
     Seen& seen = seen_[device];
     seen.status = {};
     Result<std::string> bytes = readBounded(folder_ / deviceFileName(device), seen.status);

@@ -10,8 +10,6 @@
 
 #include <filesystem>
 #include <map>
-#include <string>
-#include <variant>
 
 namespace quillo {
 
@@ -40,7 +38,7 @@ private:
 
     Outcome makeFolder() const;
     Outcome look();
-    std::variant<std::string, Error, PlaceFailed> read(const Uuid& device);
+    DeviceFiles::Bytes read(const Uuid& device);
     Outcome send(const StampedBytes& list);
 
     const std::filesystem::path root_;

@@ -3,6 +3,7 @@
 
 #include "ports/Preferences.h"
 #include "sync/Carrier.h"
+#include "sync/Passwords.h"
 #include "sync/SyncPlace.h"
 
 #include <memory>
@@ -12,7 +13,9 @@ namespace quillo {
 enum class PlaceIs { New, SetUp };
 
 /// Null where there is no place. In one that is new the first exchange makes what it needs there. The
-/// preferences are asked, at once, by what the others know this device.
-std::unique_ptr<Carrier> makeCarrier(const SyncPlace& place, PlaceIs is, Preferences& preferences);
+/// preferences are asked, at once, by what the others know this device; the passwords, which may be null,
+/// when a server wants one.
+std::unique_ptr<Carrier> makeCarrier(const SyncPlace& place, PlaceIs is, Preferences& preferences,
+                                     std::shared_ptr<Passwords> passwords = nullptr);
 
 } // namespace quillo

@@ -80,6 +80,12 @@ void SyncedCloudStore::holdBack(bool held) {
     current_.mirror->holdBack(held);
 }
 
+void SyncedCloudStore::setShown(bool shown) {
+    shown_ = shown;
+    if (current_.transfer)
+        current_.transfer->setShown(shown);
+}
+
 void SyncedCloudStore::exchange(std::function<void(const Outcome&)> told) {
     if (current_.transfer)
         waiting_.push_back({current_.transfer->request(), std::move(told)});
@@ -99,6 +105,8 @@ SyncedCloudStore::Side SyncedCloudStore::current() const {
 void SyncedCloudStore::replaceCurrent(Side side) {
     for (const Waiting& waiting : std::exchange(waiting_, {}))
         waiting.told(Error{"another place was chosen meanwhile"});
+    if (side.transfer)
+        side.transfer->setShown(shown_);
     const std::lock_guard lock(mutex_);
     std::swap(current_, side);
 }

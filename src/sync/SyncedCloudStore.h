@@ -57,6 +57,10 @@ public:
     /// While it is held back, nothing is sent; what is put here is seen here.
     void holdBack(bool held);
 
+    /// Whether the user has the list before his eyes. A place that does not tell when something happens there
+    /// is looked at more often then.
+    void setShown(bool shown);
+
     /// Calls `told` after an exchange that began after this call. Without a place that is an error.
     void exchange(std::function<void(const Outcome&)> told);
 
@@ -94,6 +98,7 @@ private:
     Side lookedAt_;
     std::function<void(const Result<std::optional<StampedBytes>>&)> tellLookedAt_;
     bool held_ = false;
+    bool shown_ = false;
     SyncStatus status_;
     std::vector<Waiting> waiting_;
     CallbackScope scope_;

@@ -44,10 +44,17 @@ Transfer::Transfer(std::unique_ptr<Carrier> carrier, std::shared_ptr<Mirror> mir
 }
 
 Transfer::~Transfer() {
-    const std::lock_guard lock(state_->mutex);
-    state_->stopping = true;
-    state_->listener = nullptr;
-    state_->wakeUp();
+    {
+        const std::lock_guard lock(state_->mutex);
+        state_->stopping = true;
+        state_->listener = nullptr;
+        state_->wakeUp();
+    }
+    state_->carrier->giveUp();
+}
+
+void Transfer::setShown(bool shown) {
+    state_->carrier->setShown(shown);
 }
 
 Transfer::Ticket Transfer::request() {

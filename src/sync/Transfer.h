@@ -11,7 +11,8 @@ namespace quillo {
 
 /// Has a thread of its own, which exchanges at once, then whenever it is asked to or the carrier has news,
 /// and sleeps meanwhile. Whatever disk or network do, nobody waits for it longer than he wants to: when this
-/// goes in the midst of an exchange, that is left to itself, and ends with the process at the latest.
+/// goes in the midst of an exchange, that is given up; what of it cannot be (a disk that hangs) is left to
+/// itself, and ends with the process at the latest.
 class Transfer {
 public:
     /// Counts the times that an exchange was asked for, from 1 for the one at the start.
@@ -28,6 +29,9 @@ public:
 
     /// Asks for an exchange. Any thread; returns at once.
     Ticket request();
+
+    /// See Carrier. Any thread; returns at once.
+    void setShown(bool shown);
 
     /// Returns when all that was asked for before is done, or the time is over: false then.
     bool await(std::chrono::milliseconds limit) const;
