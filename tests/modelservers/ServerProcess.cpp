@@ -8,7 +8,7 @@
 
 namespace quillo::support {
 
-ServerProcess::ServerProcess() {
+ServerProcess::ServerProcess(const std::string& program, const std::string& option) {
     std::array<int, 2> input{};
     std::array<int, 2> output{};
     if (pipe(input.data()) != 0 || pipe(output.data()) != 0)
@@ -19,7 +19,8 @@ ServerProcess::ServerProcess() {
         dup2(output[1], STDOUT_FILENO);
         for (const int end : {input[0], input[1], output[0], output[1]})
             close(end);
-        execl(QUILLO_PYTHON, QUILLO_PYTHON, "-B", QUILLO_TESTS_FOLDER "/modelservers/chat_server.py",
+        const std::string file = QUILLO_TESTS_FOLDER "/" + program;
+        execl(QUILLO_PYTHON, QUILLO_PYTHON, "-B", file.c_str(), option.empty() ? nullptr : option.c_str(),
               nullptr);
         _exit(127);
     }

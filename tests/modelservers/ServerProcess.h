@@ -1,4 +1,4 @@
-/// The language-model server of the tests (chat_server.py), as a process.
+/// A server of the tests, as a process.
 #pragma once
 
 #include <string>
@@ -8,7 +8,10 @@ namespace quillo::support {
 /// Runs for as long as this lives.
 class ServerProcess {
 public:
-    ServerProcess();
+    /// A Python program below the tests' folder, by itself that which plays language-model servers, and what
+    /// it is given. It prints its port first.
+    explicit ServerProcess(const std::string& program = "modelservers/chat_server.py",
+                           const std::string& option = "");
     ~ServerProcess();
     ServerProcess(const ServerProcess&) = delete;
     ServerProcess& operator=(const ServerProcess&) = delete;
