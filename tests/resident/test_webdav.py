@@ -43,7 +43,7 @@ class WebDavTest(ResidentTest):
             wait_until(lambda: self.stored("good") > stored, "it is sent")
             answer = there("sync", "now")
             self.assertEqual((answer.code, answer.errors), (0, ""))
-            self.assertIn(f"task {number}", there.titles())
+            wait_until(lambda: f"task {number}" in there.titles(), "it is taken over", AT_ONCE_SECONDS)
         self.assertEqual(self.left.titles(), self.right.titles())
 
     def test_nothing_happens_while_nothing_happens(self):
