@@ -62,6 +62,29 @@ function(quillo_desktop_module name)
   quillo_checked(quillo_${name})
 endfunction()
 
+# quillo_library_on_demand(<folder>)
+#
+# Makes `quillo-<folder>.so` of a core module and the main.cpp beside it: a library that programs load when they need it
+# (base/LoadedLibrary.h). Nothing of it is to be seen but what they look for.
+function(quillo_library_on_demand name)
+  add_library(quillo-${name} MODULE main.cpp)
+  target_link_libraries(quillo-${name} PRIVATE quillo_${name} quillo_flags)
+  target_link_options(quillo-${name} PRIVATE LINKER:--as-needed LINKER:--exclude-libs,ALL)
+  set_target_properties(quillo-${name} PROPERTIES PREFIX "")
+  quillo_checked(quillo-${name})
+  install(TARGETS quillo-${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBEXECDIR}/quillo")
+endfunction()
+
+# quillo_loads(<program> <folder>...): where it is built, the program finds these libraries beside itself.
+function(quillo_loads program)
+  foreach(name IN LISTS ARGN)
+    add_custom_command(TARGET ${program} POST_BUILD VERBATIM
+      COMMAND "${CMAKE_COMMAND}" -E create_symlink "$<TARGET_FILE:quillo-${name}>"
+        "$<TARGET_FILE_DIR:${program}>/$<TARGET_FILE_NAME:quillo-${name}>")
+    add_dependencies(${program} quillo-${name})
+  endforeach()
+endfunction()
+
 # quillo_checked(<target>): clang-tidy runs beside the compiler for it, where that is switched on.
 function(quillo_checked target)
   if(QUILLO_CLANG_TIDY)

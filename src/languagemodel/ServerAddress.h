@@ -1,6 +1,7 @@
 /// Addresses of language-model servers, as users type them.
 #pragma once
 
+#include "base/HttpAddress.h"
 #include "base/Result.h"
 
 #include <string>
@@ -13,9 +14,5 @@ namespace quillo {
 /// out of an address on this machine, and is http then. Names and passwords, queries and fragments are
 /// refused, as is what is not ASCII.
 Result<std::string> readServerAddress(std::string_view typed);
-
-/// Whether what is sent to that address, one that readServerAddress() gave, stays on this machine:
-/// `localhost` and the loopback addresses.
-bool isOnThisMachine(std::string_view address);
 
 } // namespace quillo
