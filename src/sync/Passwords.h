@@ -4,10 +4,22 @@
 #include "base/Result.h"
 #include "sync/SyncPlace.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace quillo {
+
+/// The most bytes that a password may have.
+inline constexpr std::size_t longestPassword = 1024;
+
+/// An error in words for the user, which does not repeat it, where that can be no password: it is empty, too
+/// long, not UTF-8, or has a line break or another control character in it.
+Outcome checkPassword(std::string_view password);
+
+/// What is in the way where a place wants a password and there is none, in words for the user.
+Error passwordIsWanted(const WebDavFolder& place);
 
 /// Keeps the passwords of places where only the user gets at them; never in a file of ours, a log or an
 /// argument. Thread-safe. Each call may wait, for the user too, who may have to unlock a keyring: none on the

@@ -25,8 +25,10 @@ struct SyncedFolder {
 
 /// A folder on a server that speaks WebDAV (RFC 4918).
 struct WebDavFolder {
-    std::string url;  ///< http or https, without user, password, query, fragment and slash at the end
-    std::string user; ///< whose password is asked for; empty: the server is told of nobody
+    /// https, or http on this machine; without user, password, query, fragment and slash at the end. ASCII,
+    /// percent-encoded as it was typed.
+    std::string url;
+    std::string user; ///< whose password is asked for; empty: the server is told of nobody. Without colon
 
     friend bool operator==(const WebDavFolder&, const WebDavFolder&) = default;
 };
@@ -34,7 +36,7 @@ struct WebDavFolder {
 using SyncPlace = std::variant<NoPlace, SyncedFolder, WebDavFolder>;
 
 /// Reads "off", "folder PATH", an absolute path, or "webdav URL[ USER]". An error is one in words for the
-/// user.
+/// user; it does not repeat a URL, as somebody may have put a password there.
 Result<SyncPlace> readSyncPlace(std::string_view text);
 
 /// The form that readSyncPlace() reads.

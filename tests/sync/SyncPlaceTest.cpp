@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace quillo {
 namespace {
@@ -28,6 +29,57 @@ TEST(SyncPlace, RefusesOtherTexts) {
           std::string("folder sync"), std::string("/sync"), std::string("folder /\xFF"),
           std::string("folder /a\0b", 11), std::string("webdav "), std::string("webdav ftp://server")})
         EXPECT_FALSE(readSyncPlace(text)) << text;
+}
+
+TEST(SyncPlace, OnAServerIsTheSameHoweverItIsTyped) {
+    for (const auto& [typed, place] : std::initializer_list<std::pair<const char*, WebDavFolder>>{
+             {"webdav HTTPS://Cloud.Example.org/DAV/me@example.org//",
+              {"https://cloud.example.org/DAV/me@example.org", ""}},
+             {"webdav https://cloud.example.org/ me", {"https://cloud.example.org", "me"}},
+             {"webdav https://cloud.example.org:8443/a%20b me@example.org",
+              {"https://cloud.example.org:8443/a%20b", "me@example.org"}},
+             {"webdav http://[::1]:8080/.hidden ", {"http://[::1]:8080/.hidden", ""}},
+             {"webdav http://LocalHost two  blanks", {"http://localhost", "two  blanks"}}}) {
+        const auto read = readSyncPlace(typed);
+        ASSERT_TRUE(read) << typed << ": " << read.error().message;
+        EXPECT_EQ(*read, SyncPlace(place)) << typed;
+    }
+}
+
+TEST(SyncPlace, OnAServerIsRefusedWhereItCouldMeanSomethingElse) {
+    for (const std::string& url :
+         {std::string("https://"), std::string("https://a/?x"), std::string("https://a/#x"),
+          std::string("https://a/%"), std::string("https://a/%2"), std::string("https://a/%2g"),
+          std::string("https://a/../b"), std::string("https://a/."), std::string("https://a/b/.."),
+          std::string("https://a:0"), std::string("https://caf\xC3\xA9"), std::string("cloud"),
+          std::string("https://a/\n"), "https://a/" + std::string(3000, 'x')})
+        EXPECT_EQ(readSyncPlace("webdav " + url).error().message,
+                  "that is no URL of a folder, such as https://example.org/dav/My%20Files")
+            << url;
+    for (const std::string& user : {std::string("me:you"), std::string("a\tb"), std::string("a\0b", 3),
+                                    std::string("\xFF"), std::string("a\x7F"), std::string(2000, 'x')})
+        EXPECT_FALSE(readSyncPlace("webdav https://a " + user)) << user;
+}
+
+TEST(SyncPlace, OnAnotherMachineIsReachedInPrivate) {
+    for (const char* url :
+         {"http://cloud.example.org", "http://10.0.0.1/dav", "http://localhost.example.org"})
+        EXPECT_EQ(
+            readSyncPlace(std::string("webdav ") + url).error().message,
+            "on the way to another machine everybody could read along: the URL has to begin with https://");
+}
+
+TEST(SyncPlace, NeverRepeatsAPasswordThatSomebodyHasPutThere) {
+    for (const char* text :
+         {"webdav https://me:secret@a", "webdav https://me:secret@a/b", "webdav https://me:secret",
+          "webdav me:secret@a", "webdav https://a?password=secret", "webdav https://a me:secret",
+          "webdav https://a/ b\nsecret", "webdavs secret", "https://me:secret@a", "secret"}) {
+        const auto read = readSyncPlace(text);
+        ASSERT_FALSE(read) << text;
+        EXPECT_EQ(read.error().message.find("secret"), std::string::npos) << read.error().message;
+    }
+    EXPECT_EQ(readSyncPlace("webdav https://me:secret@a/b").error().message,
+              "no user and no password belong into the URL: say --user, and the password is asked for");
 }
 
 TEST(SyncPlace, IsNoneWhereNothingElseWasChosen) {
