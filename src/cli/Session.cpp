@@ -3,6 +3,7 @@
 #include "base/DataFolder.h"
 #include "cli/WorkingMemory.h"
 #include "languagemodel/PreferredLanguageModel.h"
+#include "sync/KeyringLibrary.h"
 #include "sync/MakeCarrier.h"
 #include "unicode/SystemPlace.h"
 
@@ -80,10 +81,13 @@ Result<std::unique_ptr<Session>> Session::open(const std::filesystem::path& fold
 Session::Session(const std::filesystem::path& folder, std::optional<PreferencesLock> lock,
                  std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
     : lock_(std::move(lock)), preferences_(std::move(preferences)),
+      // Who adds a task is not asked for the password of his keyring.
+      passwords_(std::make_shared<KeptPasswords>(loadKeyring, Keyring::Ask::No)),
       cloud_(folder, mainExecutor_, clock_, lock_ ? carrierAtStart(*preferences_) : nullptr),
       backups_(folder, clock_), calendar_(std::move(calendar)),
       services_(Surroundings{*preferences_, cloudWithNews(), clock_, calendar_, mainExecutor_, backups_}),
-      syncCommands_(SyncCommandsDependencies{*preferences_, cloud_, services_.todoStore()}) {}
+      syncCommands_(SyncCommandsDependencies{*preferences_, cloud_, services_.todoStore(), clock_,
+                                             mainExecutor_, passwords_}) {}
 
 /// Nothing is to leave this computer that is not on its disk.
 CloudStore& Session::cloudWithNews() {
@@ -114,23 +118,34 @@ void Session::apply(const control::Request& request, const std::optional<Underst
         const Outcome kept = preferLanguageModel(*preferences_, model->choice);
         reply(kept ? control::Answer(std::vector<control::NumberedItem>{}) : control::Answer(kept.error()));
     } else if (const auto* sync = std::get_if<control::UseSync>(&request.command)) {
+        passwords_->mayAsk();
         syncCommands_.use(*sync, reply);
-    } else if (std::holds_alternative<control::SyncNow>(request.command)) {
-        if (!cloud_.hasPlace()) {
-            cloud_.use(makeCarrier(chosenSyncPlace(*preferences_), PlaceIs::SetUp, *preferences_));
-            services_.todoStore().pushToCloud();
-            if (const Outcome drained = services_.todoStore().drain(); !drained) {
-                reply(drained.error());
-                return;
-            }
-        }
-        cloud_.holdBack(false); // Nothing has been changed.
-        syncCommands_.now(reply);
+    } else if (const auto* now = std::get_if<control::SyncNow>(&request.command)) {
+        if (const Outcome reached = reachPlace(); !reached)
+            return reply(reached.error());
+        syncCommands_.now(*now, reply);
+    } else if (const auto* forget = std::get_if<control::ForgetDevice>(&request.command)) {
+        if (const Outcome reached = reachPlace(); !reached)
+            return reply(reached.error());
+        syncCommands_.forget(*forget, reply);
     } else if (text) {
         services_.commands().answer(request, *text, reply);
     } else {
         services_.commands().answer(request, reply);
     }
+}
+
+/// Who asks for it waits for the network, too, and may be asked to unlock his keyring.
+Outcome Session::reachPlace() {
+    passwords_->mayAsk();
+    if (!cloud_.hasPlace()) {
+        cloud_.use(makeCarrier(chosenSyncPlace(*preferences_), PlaceIs::SetUp, *preferences_, passwords_));
+        services_.todoStore().pushToCloud();
+        if (Outcome drained = services_.todoStore().drain(); !drained)
+            return drained;
+    }
+    cloud_.holdBack(false); // Nothing has been changed.
+    return success();
 }
 
 /// What came meanwhile is taken over, too.

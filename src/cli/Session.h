@@ -11,6 +11,7 @@
 #include "sqlite/PreferencesLock.h"
 #include "sqlite/SqlitePreferences.h"
 #include "store/Backups.h"
+#include "sync/KeptPasswords.h"
 #include "sync/SyncedCloudStore.h"
 #include "unicode/CivilCalendar.h"
 
@@ -52,6 +53,7 @@ private:
             std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar);
 
     CloudStore& cloudWithNews();
+    Outcome reachPlace();
     Outcome takeNews();
     void apply(const control::Request& request, const std::optional<UnderstoodText>& text,
                const SyncCommands::Reply& reply);
@@ -62,6 +64,7 @@ private:
     std::unique_ptr<SqlitePreferences> preferences_;
     SystemClock clock_;
     ManualExecutor mainExecutor_;
+    std::shared_ptr<KeptPasswords> passwords_;
     SyncedCloudStore cloud_;
     Backups backups_;
     unicode::CivilCalendar calendar_;

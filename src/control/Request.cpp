@@ -58,8 +58,18 @@ struct Encoder {
         write(writer, "command", "use-sync");
         write(writer, "place", use.place);
         write(writer, "keep", use.keep);
+        if (use.password)
+            write(writer, "password", *use.password);
     }
-    void operator()(const SyncNow&) const { write(writer, "command", "sync-now"); }
+    void operator()(const SyncNow& now) const {
+        write(writer, "command", "sync-now");
+        if (now.password)
+            write(writer, "password", *now.password);
+    }
+    void operator()(const ForgetDevice& forget) const {
+        write(writer, "command", "sync-forget");
+        write(writer, "device", forget.device);
+    }
     void operator()(const Show& show) const { write(writer, "command", std::string(nameOf(show.window))); }
     void operator()(const Quit&) const { write(writer, "command", "quit"); }
 };
@@ -74,6 +84,12 @@ public:
         if (object_[name].get_string().get(text) != simdjson::SUCCESS)
             complain(name);
         return std::string(text);
+    }
+
+    std::optional<std::string> optionalText(const char* name) {
+        if (object_[name].error() == simdjson::NO_SUCH_FIELD)
+            return std::nullopt;
+        return text(name);
     }
 
     std::size_t number(const char* name) {
@@ -113,9 +129,11 @@ std::optional<Command> commandOf(const std::string& name, Members& members) {
     if (name == "use-model")
         return UseModel{members.text("choice")};
     if (name == "use-sync")
-        return UseSync{members.text("place"), members.text("keep")};
+        return UseSync{members.text("place"), members.text("keep"), members.optionalText("password")};
     if (name == "sync-now")
-        return SyncNow{};
+        return SyncNow{members.optionalText("password")};
+    if (name == "sync-forget")
+        return ForgetDevice{members.text("device")};
     if (name == "quit")
         return Quit{};
     if (const auto window = windowNamed(name))

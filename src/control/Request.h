@@ -52,11 +52,18 @@ struct UseModel {
 struct UseSync {
     std::string place; ///< as readSyncPlace() takes it
     std::string keep;  ///< where both sides have tasks: "mine", "theirs", or empty for asking first
+    std::optional<std::string> password = std::nullopt; ///< never to be shown, logged or written
     friend bool operator==(const UseSync&, const UseSync&) = default;
 };
 /// Brings the list in step with the other computers now.
 struct SyncNow {
+    std::optional<std::string> password = std::nullopt; ///< of the place, where it is wanted; as above
     friend bool operator==(const SyncNow&, const SyncNow&) = default;
+};
+/// Takes away what a computer that is gone for good has left for the others.
+struct ForgetDevice {
+    std::string device; ///< its identifier, or the beginning of that
+    friend bool operator==(const ForgetDevice&, const ForgetDevice&) = default;
 };
 /// Brings up a window of the desktop program.
 struct Show {
@@ -69,7 +76,7 @@ struct Quit {
 };
 
 using Command = std::variant<Add, SetDone, Edit, Delete, ClearCompleted, Remind, Restore, UseModel, UseSync,
-                             SyncNow, Show, Quit>;
+                             SyncNow, ForgetDevice, Show, Quit>;
 
 /// A command, and where and in which language it was typed: that decides what "tomorrow" means.
 struct Request {

@@ -91,6 +91,9 @@ void TaskCommands::answer(const control::Request& request, Reply reply) {
         }
         void operator()(const control::UseSync&) const { reply(Error{"there is nothing to keep in step"}); }
         void operator()(const control::SyncNow&) const { reply(Error{"there is nothing to keep in step"}); }
+        void operator()(const control::ForgetDevice&) const {
+            reply(Error{"there is nothing to keep in step"});
+        }
         void operator()(const control::Show&) const { reply(Error{"there is no screen"}); }
         void operator()(const control::Quit&) const { reply(Error{"there is nothing that could quit"}); }
     };

@@ -63,7 +63,7 @@ AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lo
                          std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar)
     : lock_(std::move(lock)), preferences_(std::move(preferences)),
       cloud_(folder, mainExecutor_, clock_,
-             makeCarrier(chosenSyncPlace(*preferences_), PlaceIs::SetUp, *preferences_)),
+             makeCarrier(chosenSyncPlace(*preferences_), PlaceIs::SetUp, *preferences_, passwords_)),
       languageModel_([this] {
           return makeLanguageModel(preferredLanguageModel(preferences_.get()).choice, mainExecutor_,
                                    makeEmbeddedClassifier);
@@ -71,7 +71,8 @@ AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lo
       backups_(folder, clock_), calendar_(std::move(calendar)),
       services_(
           Surroundings{*preferences_, cloud_, clock_, calendar_, mainExecutor_, backups_, &languageModel_}),
-      syncCommands_(SyncCommandsDependencies{*preferences_, cloud_, services_.todoStore()}),
+      syncCommands_(SyncCommandsDependencies{*preferences_, cloud_, services_.todoStore(), clock_,
+                                             mainExecutor_, passwords_}),
       desktopNotifications_(product::desktopFile),
       alignment_(ReminderAlignmentDependencies{services_.todoStore(), services_.reminderBook(), clock_,
                                                calendar_, mainExecutor_}),
@@ -101,8 +102,10 @@ void AppServices::serve(const control::Request& request, const ControlServer::Re
     const auto replyLater = [this, reply](const control::Answer& answer) { replyOnceSaved(answer, reply); };
     if (const auto* sync = std::get_if<control::UseSync>(&request.command))
         syncCommands_.use(*sync, replyLater);
-    else if (std::holds_alternative<control::SyncNow>(request.command))
-        syncCommands_.now(replyLater);
+    else if (const auto* now = std::get_if<control::SyncNow>(&request.command))
+        syncCommands_.now(*now, replyLater);
+    else if (const auto* forget = std::get_if<control::ForgetDevice>(&request.command))
+        syncCommands_.forget(*forget, replyLater);
     else
         services_.commands().answer(request, replyLater);
 }

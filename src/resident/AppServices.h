@@ -21,6 +21,8 @@
 #include "sqlite/PreferencesLock.h"
 #include "sqlite/SqlitePreferences.h"
 #include "store/Backups.h"
+#include "sync/KeptPasswords.h"
+#include "sync/KeyringLibrary.h"
 #include "sync/SyncedCloudStore.h"
 #include "unicode/CivilCalendar.h"
 
@@ -88,6 +90,7 @@ private:
     std::unique_ptr<SqlitePreferences> preferences_;
     SystemClock clock_;
     MainThreadExecutor mainExecutor_;
+    std::shared_ptr<KeptPasswords> passwords_ = std::make_shared<KeptPasswords>(loadKeyring);
     SyncedCloudStore cloud_;
     ChosenLanguageModel languageModel_;
     Backups backups_;

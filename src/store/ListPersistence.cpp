@@ -81,11 +81,11 @@ void ListPersistence::push(const StampedList& list) {
         upload(*data, list.stamp);
 }
 
-void ListPersistence::keepEarlier(const TaskList& earlier) {
+bool ListPersistence::keepEarlier(const TaskList& earlier) {
     if (!backups_)
-        return;
-    if (const std::optional<Data> data = earlier.encode())
-        backups_->keepList(data->bytes());
+        return false;
+    const std::optional<Data> data = earlier.encode();
+    return data && backups_->keepList(data->bytes());
 }
 
 Result<TaskList> ListPersistence::earlier(std::size_t which) const {

@@ -63,8 +63,8 @@ public:
     /// Writes list and stamp to the cloud store only; or nothing, if the list cannot be encoded.
     void push(const StampedList& list);
 
-    /// Backs up a list that is about to be replaced.
-    void keepEarlier(const TaskList& earlier);
+    /// Backs up a list that is about to be replaced. False if that failed.
+    bool keepEarlier(const TaskList& earlier);
 
     /// The kept earlier list of that place, the latest 1; an error in words for the user if there is none, or
     /// it cannot be read.

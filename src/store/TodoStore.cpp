@@ -126,6 +126,16 @@ void TodoStore::takeInstead(const ReceivedList& other) {
         replaceAll(other.list.items, lastLocalStamp_.get());
 }
 
+void TodoStore::keepAmongEarlier(TaskList list, std::function<void(Outcome)> done) {
+    queue_.post([&persistence = persistence_, &mainExecutor = with_.mainExecutor, self = std::weak_ptr(self_),
+                 list = std::move(list), done = std::move(done)] {
+        mainExecutor.post([self, done, kept = persistence.keepEarlier(list)] {
+            if (!self.expired())
+                done(kept ? success() : Outcome(Error{"the list could not be kept among the earlier ones"}));
+        });
+    });
+}
+
 void TodoStore::restoreEarlier(std::size_t which, std::function<void(Outcome)> done) {
     queue_.post([&persistence = persistence_, &mainExecutor = with_.mainExecutor, self = std::weak_ptr(self_),
                  which, done = std::move(done)] {

@@ -130,6 +130,10 @@ public:
     void prefer(const StampedList& other);
     void takeInstead(const ReceivedList& other);
 
+    /// Keeps a list that was found elsewhere among the earlier ones, in the background; calls `done` when the
+    /// main executor runs: with an error if it could not be kept. Not at all once this is gone.
+    void keepAmongEarlier(TaskList list, std::function<void(Outcome)> done);
+
     /// Brings back a kept earlier list (Backups::list; 1 is the latest) in the place of the one in memory,
     /// which is kept in turn. Reads it in the background; calls `done` when the main executor runs, with an
     /// error in words for the user if there is no such list or it cannot be read; not at all once this is

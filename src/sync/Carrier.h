@@ -46,6 +46,17 @@ public:
     /// Nobody wants what is under way any more, nor anything later. Any thread; returns soon. What would be
     /// in the way when the process ends is not under way any more then.
     virtual void giveUp() {}
+
+    /// What a device has left at the place, read anew. An error in words for the user.
+    virtual Result<DeviceFile> fileOf(const Uuid& /*device*/) { return Error{cannotForget}; }
+
+    /// Takes away what a device has left there, if its list still has that stamp. An error in words for the
+    /// user.
+    virtual Outcome forget(const Uuid& /*device*/, double /*stamp*/) { return Error{cannotForget}; }
+
+private:
+    static constexpr const char* cannotForget =
+        "what computers have left there cannot be taken away from here";
 };
 
 } // namespace quillo

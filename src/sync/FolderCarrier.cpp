@@ -92,6 +92,29 @@ Exchange FolderCarrier::exchange(Mirror& mirror) {
     return exchange;
 }
 
+Result<DeviceFile> FolderCarrier::fileOf(const Uuid& device) {
+    struct stat status {};
+    const std::string name = deviceFileName(device);
+    const Result<std::string> bytes = readBounded(folder_ / name, status);
+    if (!bytes)
+        return Error{"cannot read " + (folder_ / name).string() + ": " + bytes.error().message};
+    auto content = decodeDeviceFile(*bytes);
+    if (auto* const file = std::get_if<DeviceFile>(&content); file != nullptr && file->device.id == device)
+        return std::move(*file);
+    return Error{(folder_ / name).string() + " cannot be read"};
+}
+
+Outcome FolderCarrier::forget(const Uuid& device, double stamp) {
+    const Result<DeviceFile> file = fileOf(device);
+    if (!file)
+        return file.error();
+    if (file->list.stamp != stamp)
+        return Error{"that computer has just left another list"};
+    const path name = folder_ / deviceFileName(device);
+    return ::unlink(name.c_str()) == 0 ? success()
+                                       : Error{"cannot remove " + name.string() + ": " + reason(errno)};
+}
+
 Outcome FolderCarrier::makeFolder() const {
     for (const path& folder : {root_ / "quillo", folder_}) {
         if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)

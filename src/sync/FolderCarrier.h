@@ -28,6 +28,8 @@ public:
 
     Exchange exchange(Mirror& mirror) override;
     void awaitNews(int wake) override { watch_.await(wake); }
+    Result<DeviceFile> fileOf(const Uuid& device) override;
+    Outcome forget(const Uuid& device, double stamp) override;
 
 private:
     /// A file, when it was read.

@@ -20,8 +20,8 @@ Outcome checkPassword(std::string_view password) {
 }
 
 Error passwordIsWanted(const WebDavFolder& place) {
-    return Error{"the password of " + place.user + " is wanted: say quillo sync use webdav " + place.url +
-                 " --user " + place.user};
+    return Error{"the password for " + place.user + " at " + place.url +
+                 " is not known: give it in the settings, or to quillo sync now"};
 }
 
 } // namespace quillo

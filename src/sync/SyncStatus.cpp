@@ -20,6 +20,7 @@ namespace {
 namespace dom = simdjson::dom;
 
 constexpr const char* fileName = "sync-status.json";
+constexpr double longestSilence = 365.0 * 24 * 60 * 60; // seconds
 constexpr std::size_t largestFile = std::size_t{1} << 20;
 
 void writeText(rapidjson::Writer<rapidjson::StringBuffer>& writer, const char* key, const std::string& text) {
@@ -45,6 +46,10 @@ std::optional<FoundDevice> readDevice(dom::element element) {
 }
 
 } // namespace
+
+bool isSilent(const FoundDevice& device, Instant now) {
+    return now - Instant::fromUnixSeconds(device.stamp) > longestSilence;
+}
 
 std::string encodeSyncStatus(const SyncStatus& status) {
     rapidjson::StringBuffer buffer;

@@ -20,6 +20,9 @@ struct SyncStatus {
     friend bool operator==(const SyncStatus&, const SyncStatus&) = default;
 };
 
+/// Whether nothing was changed on a device for so long (365 days) that what it has left may be taken away.
+bool isSilent(const FoundDevice& device, Instant now);
+
 /// {"lastInStep":762774060.5,"problem":null,"devices":[{"device":"<UUID>","name":…,"app":…,"stamp":…}]};
 /// lastInStep is in seconds since 2001.
 std::string encodeSyncStatus(const SyncStatus& status);

@@ -168,7 +168,7 @@ Outcome WebDavCarrier::logIn() {
     if (!found)
         return found.error();
     if (!*found)
-        return Error{"the password for " + place_.user + " at " + place_.url + " is not known"};
+        return passwordIsWanted(place_);
     const bool mayTry = asked_ && refusal_ && LookTimes::now() >= refusal_->when + betweenRefusedPasswords;
     if (refusal_ && *found == password_ && !mayTry)
         return refusal_->why;

@@ -23,7 +23,10 @@ const Request requests[] = {
     {Restore{10}, "UTC", "en_US"},
     {UseModel{"http://127.0.0.1:8080 small"}, "UTC", "en_US"},
     {UseSync{"folder /home/me/Sync", "theirs"}, "UTC", "en_US"},
+    {UseSync{"webdav https://example.org/dav me", "", "pässword"}, "UTC", "en_US"},
     {SyncNow{}, "UTC", "en_US"},
+    {SyncNow{""}, "UTC", "en_US"},
+    {ForgetDevice{"6F9619FF"}, "UTC", "en_US"},
     {Show{Show::Window::popover}, "UTC", "en_US"},
     {Show{Show::Window::quickAdd}, "UTC", "en_US"},
     {Show{Show::Window::settings}, "UTC", "en_US"},
@@ -64,6 +67,25 @@ TEST(Request, SkipsMembersThatItDoesNotKnow) {
         R"({"later":[1,{}],"command":"delete","task":"2","tz":"UTC","locale":"C","more":null})");
     ASSERT_TRUE(request);
     EXPECT_EQ(*request, (Request{Delete{"2"}, "UTC", "C"}));
+}
+
+TEST(Request, SaysNothingOfAPasswordWhereThereIsNone) {
+    EXPECT_EQ(encode({SyncNow{}, "UTC", "C"}),
+              "{\"command\":\"sync-now\",\"tz\":\"UTC\",\"locale\":\"C\"}\n");
+}
+
+TEST(Request, NeverRepeatsAPassword) {
+    for (const char* line :
+         {R"({"command":"use-sync","place":"off","keep":"","password":{"secret":1},"tz":"","locale":""})",
+          R"({"command":"use-sync","place":"off","password":"secret","tz":"","locale":""})",
+          R"({"command":"sync-now","password":"secret","tz":""})",
+          R"({"command":"sync-now","password":"secret)"}) {
+        const std::string complaint = complaintAbout(line);
+        EXPECT_NE(complaint, "") << line;
+        EXPECT_EQ(complaint.find("secret"), std::string::npos) << complaint;
+    }
+    EXPECT_EQ(complaintAbout(R"({"command":"sync-now","password":null,"tz":"","locale":""})"),
+              "\"password\" is missing or of another type");
 }
 
 TEST(Request, IsRefusedWhereItIsNone) {

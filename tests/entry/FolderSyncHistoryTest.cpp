@@ -304,7 +304,7 @@ private:
             : cloud(home, executor, clock,
                     makeCarrier(chosenSyncPlace(preferences), PlaceIs::SetUp, preferences)),
               store({preferences, cloud, reminders, clock, notifications, executor, &backups}),
-              commands({preferences, cloud, store}) {}
+              commands({preferences, cloud, store, clock, executor, nullptr}) {}
 
         ManualExecutor executor;
         support::RecordingReminderCenter reminders;
