@@ -1,142 +1,123 @@
 #include "base/DataFolder.h"
-#include "base/UtcTime.h"
-#include "cli/Session.h"
+#include "cli/PasswordPrompt.h"
 #include "cli/Terminal.h"
 #include "cli/commands/Change.h"
 #include "cli/commands/Commands.h"
+#include "cli/commands/SyncStatus.h"
+#include "control/Client.h"
+#include "sqlite/SqlitePreferences.h"
+#include "sync/KeptPasswords.h"
+#include "sync/KeyringLibrary.h"
 #include "sync/SyncPlace.h"
-#include "sync/SyncStatus.h"
-#include "unicode/DateFormat.h"
-#include "unicode/SystemPlace.h"
-
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <system_error>
+#include <utility>
 #include <variant>
+#include <vector>
 
 namespace quillo::cli {
 
 namespace {
 
-using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
-
-/// Where, whether, and how.
-struct Shown {
-    SyncPlace place;
-    bool on = true;         ///< in the settings
-    std::string thisDevice; ///< its identifier; may be empty
-    SyncStatus status;
-};
-
-Result<Shown> shownNow() {
-    const auto folder = dataFolder();
-    if (!folder)
-        return folder.error();
-    const auto session = Session::look();
-    if (!session)
-        return session.error();
-    const Preferences& preferences = (*session)->preferences();
-    Shown shown{chosenSyncPlace(preferences),
-                preferences.boolean(preference_keys::cloudSync).value_or(true),
-                preferences.text(preference_keys::syncDevice).value_or("").substr(0, 36),
-                {}};
-    if (!std::holds_alternative<NoPlace>(shown.place))
-        shown.status = readSyncStatus(*folder);
-    return shown;
+/// The place that the words behind "use" name.
+Result<SyncPlace> placeOf(const Arguments& arguments) {
+    const std::string& name = arguments.words()[2];
+    if (arguments.words()[1] == "webdav")
+        return readSyncPlace("webdav " + name + " " + arguments.value("user").value_or(""));
+    std::error_code nowhere;
+    const std::filesystem::path root = std::filesystem::absolute(name, nowhere);
+    return nowhere ? Error{nowhere.message()} : readSyncPlace("folder " + root.string());
 }
 
-void writeMember(Writer& json, const char* key, const std::optional<std::string>& text) {
-    json.Key(key);
-    if (text)
-        json.String(text->data(), static_cast<rapidjson::SizeType>(text->size()));
-    else
-        json.Null();
+std::string questionFor(const WebDavFolder& place) {
+    return "Password for " + place.user + " at " + place.url;
 }
 
-void writeMember(Writer& json, const char* key, bool flag) {
-    json.Key(key);
-    json.Bool(flag);
-}
-
-std::string isoTime(Instant time) {
-    return quillo::isoTime(floorToSecond(time));
-}
-
-void printAsJson(const Shown& shown) {
-    rapidjson::StringBuffer buffer;
-    Writer json(buffer);
-    json.SetIndent(' ', 2);
-    const auto* const folder = std::get_if<SyncedFolder>(&shown.place);
-    json.StartObject();
-    writeMember(json, "place", std::optional<std::string>(folder != nullptr ? "folder" : "off"));
-    writeMember(json, "folder", folder != nullptr ? std::optional(folder->root.string()) : std::nullopt);
-    writeMember(json, "on", shown.on);
-    const auto& last = shown.status.lastInStep;
-    writeMember(json, "lastInStep", last ? std::optional(isoTime(*last)) : std::nullopt);
-    writeMember(json, "problem", shown.status.problem);
-    json.Key("devices");
-    json.StartArray();
-    for (const auto& [device, stamp] : shown.status.devices) {
-        const std::string id = device.id.toString();
-        json.StartObject();
-        writeMember(json, "device", std::optional(id));
-        writeMember(json, "name", std::optional(device.name));
-        writeMember(json, "app", std::optional(device.app));
-        writeMember(json, "changed", std::optional(isoTime(Instant::fromUnixSeconds(stamp))));
-        writeMember(json, "thisComputer", id == shown.thisDevice);
-        json.EndObject();
-    }
-    json.EndArray();
-    json.EndObject();
-    std::printf("%s\n", buffer.GetString());
-}
-
-void printRow(std::string_view label, std::string_view text) {
-    std::printf("%-16s%s\n", std::string(label).c_str(), onOneLine(text).c_str());
-}
-
-void printForPeople(const Shown& shown) {
-    const unicode::DateFormat dates(unicode::systemTimeZone(), unicode::systemLocale());
-    printRow("place", toText(shown.place));
-    if (!shown.on)
-        printRow("switched", "off in the settings");
-    if (shown.status.lastInStep)
-        printRow("last in step", dates.dateAndTime(*shown.status.lastInStep));
-    for (const auto& [device, stamp] : shown.status.devices) {
-        const bool here = device.id.toString() == shown.thisDevice;
-        printRow(here ? "this computer" : "computer",
-                 device.name + ", list of " + dates.dateAndTime(Instant::fromUnixSeconds(stamp)));
-    }
-    if (shown.status.problem)
-        printRow("problem", *shown.status.problem);
-}
-
-ExitCode status(const Arguments& arguments) {
-    const Result<Shown> shown = shownNow();
-    if (!shown)
-        return failed(shown.error());
-    if (arguments.has("json"))
-        printAsJson(*shown);
-    else
-        printForPeople(*shown);
-    return ExitCode::Done;
+/// The password of a place that wants one: from the terminal, or with --password-stdin from standard input.
+Result<std::string> passwordFor(const WebDavFolder& place, const Arguments& arguments) {
+    if (arguments.has("password-stdin"))
+        return passwordFromInput();
+    if (canAskForPassword())
+        return askForPassword(questionFor(place));
+    return Error{"there is no terminal to ask for the password on; --password-stdin reads it from standard "
+                 "input"};
 }
 
 ExitCode use(const Arguments& arguments) {
-    std::error_code nowhere;
-    const std::filesystem::path root = std::filesystem::absolute(arguments.words()[2], nowhere);
-    const Result<SyncPlace> place =
-        nowhere ? Error{nowhere.message()} : readSyncPlace("folder " + root.string());
+    const Result<SyncPlace> place = placeOf(arguments);
     if (!place)
         return failed(place.error());
-    return change(control::UseSync{toText(*place), arguments.value("keep").value_or("")},
-                  [&](const Tasks&) { std::puts(onOneLine(toText(*place)).c_str()); });
+    control::UseSync what{toText(*place), arguments.value("keep").value_or("")};
+    if (const auto* const server = std::get_if<WebDavFolder>(&*place);
+        server != nullptr && !server->user.empty()) {
+        Result<std::string> password = passwordFor(*server, arguments);
+        if (!password)
+            return failed(password.error());
+        what.password = *std::move(password);
+    }
+    return change(std::move(what), [&](const Tasks&) {
+        std::puts(onOneLine(toText(*place)).c_str());
+        printWhereThePasswordIs(*place);
+    });
+}
+
+/// The server whose password nobody knows but the user: no program runs that was told it, and it is in no
+/// keyring.
+std::optional<WebDavFolder> serverWithUnknownPassword() {
+    const auto folder = dataFolder();
+    if (!folder || control::isServed(*folder))
+        return std::nullopt;
+    const auto preferences = SqlitePreferences::open(*folder, SqlitePreferences::Access::ReadOnly);
+    const SyncPlace place = preferences ? chosenSyncPlace(**preferences) : NoPlace{};
+    const auto* const server = std::get_if<WebDavFolder>(&place);
+    if (server == nullptr || server->user.empty() || KeptPasswords(loadKeyring).isInKeyring(*server))
+        return std::nullopt;
+    return *server;
+}
+
+ExitCode now(const Arguments& arguments) {
+    std::optional<std::string> password;
+    if (arguments.has("password-stdin")) {
+        Result<std::string> given = passwordFromInput();
+        if (!given)
+            return failed(given.error());
+        password = *std::move(given);
+    } else if (const auto server = serverWithUnknownPassword()) {
+        Result<std::string> given = passwordFor(*server, arguments);
+        if (!given)
+            return failed(given.error());
+        password = *std::move(given);
+    }
+    return change(control::SyncNow{std::move(password)}, [](const Tasks&) {});
+}
+
+/// What speaks against the words behind "use". What is there repeats no address: there may be a password in
+/// it.
+std::optional<std::string> objectionToUse(const Arguments& arguments) {
+    const std::vector<std::string>& words = arguments.words();
+    if (words.size() < 3)
+        return "something is missing";
+    const bool server = words[1] == "webdav";
+    if (!server && words[1] != "folder")
+        return "a place is a folder or webdav";
+    if (words.size() > 3)
+        return "there is too much behind the place";
+    if (!server && arguments.has("user"))
+        return "--user is for webdav";
+    if (arguments.has("password-stdin") && arguments.value("user").value_or("").empty())
+        return "--password-stdin needs --user";
+    if (server) {
+        if (const Result<SyncPlace> place = placeOf(arguments); !place)
+            return place.error().message;
+    }
+    const std::string keep = arguments.value("keep").value_or("mine");
+    if (keep != "mine" && keep != "theirs")
+        return "cannot keep \"" + keep + "\"";
+    return std::nullopt;
 }
 
 } // namespace
@@ -144,23 +125,20 @@ ExitCode use(const Arguments& arguments) {
 std::optional<std::string> objectionToSync(const Arguments& arguments) {
     const std::string& what = arguments.words().front();
     const std::size_t count = arguments.words().size();
-    const bool uses = what == "use";
-    if (!uses && what != "status" && what != "off" && what != "now")
-        return "cannot \"" + what + "\" keeping in step";
+    if (what != "use" && what != "status" && what != "off" && what != "now" && what != "forget")
+        return "it is status, use, off, now or forget";
     if (what != "status" && arguments.has("json"))
         return "--json is for status";
-    if (!uses && arguments.has("keep"))
-        return "--keep is for use";
-    if (!uses)
-        return count > 1 ? std::optional("unexpected \"" + arguments.words()[1] + "\"") : std::nullopt;
-    if (count < 3)
+    if (what != "use" && (arguments.has("keep") || arguments.has("user")))
+        return std::string(arguments.has("keep") ? "--keep" : "--user") + " is for use";
+    if (what != "use" && what != "now" && arguments.has("password-stdin"))
+        return "--password-stdin is for use and now";
+    if (what == "use")
+        return objectionToUse(arguments);
+    if (what == "forget" && count < 2)
         return "something is missing";
-    if (arguments.words()[1] != "folder")
-        return "cannot use a \"" + arguments.words()[1] + "\"";
-    const std::string keep = arguments.value("keep").value_or("mine");
-    if (keep != "mine" && keep != "theirs")
-        return "cannot keep \"" + keep + "\"";
-    return std::nullopt;
+    const std::size_t most = what == "forget" ? 2 : 1;
+    return count > most ? std::optional("unexpected \"" + arguments.words()[most] + "\"") : std::nullopt;
 }
 
 ExitCode sync(const Arguments& arguments) {
@@ -170,8 +148,10 @@ ExitCode sync(const Arguments& arguments) {
     if (what == "off")
         return change(control::UseSync{toText(NoPlace{}), ""}, [](const Tasks&) {});
     if (what == "now")
-        return change(control::SyncNow{}, [](const Tasks&) {});
-    return status(arguments);
+        return now(arguments);
+    if (what == "forget")
+        return change(control::ForgetDevice{arguments.words()[1]}, [](const Tasks&) {});
+    return showSyncStatus(arguments.has("json"));
 }
 
 } // namespace quillo::cli
