@@ -59,7 +59,6 @@ Attributes attributesOf(const WebDavFolder& place) {
         secret_attributes_build(&schema(), "url", place.url.c_str(), "user", place.user.c_str(), nullptr));
 }
 
-const Error noKeyring{"there is no keyring on this desktop"};
 const Error staysLocked{"the keyring stays locked, and the password is in it"};
 
 Error errorOf(const Failure& failure) {
@@ -162,11 +161,11 @@ bool SecretServiceKeyring::has(const WebDavFolder& place) {
     return found && *found;
 }
 
-Outcome SecretServiceKeyring::keep(const WebDavFolder& place, const std::string& password) {
+Result<bool> SecretServiceKeyring::keep(const WebDavFolder& place, const std::string& password) {
     const Deadline deadline(patience);
     const Service service(deadline.cancellable());
     if (service.get() == nullptr)
-        return noKeyring;
+        return false;
     const Deadline ofUser(patienceWithUser);
     const Secret value(secret_value_new(password.data(), static_cast<gssize>(password.size()), "text/plain"));
     GError* error = nullptr;
@@ -174,7 +173,7 @@ Outcome SecretServiceKeyring::keep(const WebDavFolder& place, const std::string&
         service.get(), &schema(), attributesOf(place).get(), SECRET_COLLECTION_DEFAULT,
         ("Quillo: " + place.url).c_str(), value.get(), ofUser.cancellable(), &error);
     const Failure failure(error);
-    return kept != FALSE ? success() : Outcome(errorOf(failure));
+    return kept != FALSE ? Result<bool>(true) : errorOf(failure);
 }
 
 Outcome SecretServiceKeyring::forget(const WebDavFolder& place) {

@@ -17,7 +17,7 @@ public:
 
     Result<std::optional<std::string>> find(const WebDavFolder& place, Ask ask) override;
     bool has(const WebDavFolder& place) override;
-    Outcome keep(const WebDavFolder& place, const std::string& password) override;
+    Result<bool> keep(const WebDavFolder& place, const std::string& password) override;
     Outcome forget(const WebDavFolder& place) override;
 };
 

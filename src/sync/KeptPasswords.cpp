@@ -31,9 +31,10 @@ Result<Passwords::Kept> KeptPasswords::keep(const WebDavFolder& place, std::stri
     if (const Outcome checked = checkPassword(password); !checked)
         return checked.error();
     Keyring* const keyring = load_();
-    const Outcome kept = keyring != nullptr ? keyring->keep(place, password) : Error{"there is no keyring"};
-    if (!kept)
-        log("the password is kept until the program ends: " + kept.error().message);
+    const Result<bool> told = keyring != nullptr ? keyring->keep(place, password) : false;
+    if (!told)
+        log("the password is kept until the program ends: " + told.error().message);
+    const bool kept = told && *told;
     const std::lock_guard lock(mutex_);
     refused_.reset();
     if (kept)

@@ -26,8 +26,9 @@ public:
     /// Whether it has one, be it locked. Never asks.
     virtual bool has(const WebDavFolder& place) = 0;
 
-    /// In the place of the one that it has. May ask. An error says why it is not kept.
-    virtual Outcome keep(const WebDavFolder& place, const std::string& password) = 0;
+    /// In the place of the one that it has. May ask. False where there is no keyring at all; an error says
+    /// why it is not kept otherwise.
+    virtual Result<bool> keep(const WebDavFolder& place, const std::string& password) = 0;
 
     /// May ask. Without a keyring there is nothing to forget.
     virtual Outcome forget(const WebDavFolder& place) = 0;

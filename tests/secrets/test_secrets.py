@@ -163,8 +163,8 @@ class InAKeyring(SecretsTest):
 
     def test_never_reach_the_log(self):
         self.ask("keep " + PASSWORD)
-        self.keyring.die()
-        self.ask("keep " + PASSWORD)
+        self.keyring.lock()
+        self.assertEqual(self.ask("keep " + PASSWORD), "until the end")
         self.ask("keep a\tsecret")
         self.assertIn("kept until the program ends", self.ask.log())
         self.assertNotIn(PASSWORD, self.ask.log())
