@@ -43,7 +43,7 @@ _quillo() {
     for argument in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         if [[ $option ]]; then
             [[ $argument == = ]] || option=
-        elif [[ ! $options_ended && $argument == @(-o|--output|--now|--time-zone|--locale|--keep) ]]; then
+        elif [[ ! $options_ended && $argument == @(-o|--output|--now|--time-zone|--locale|--keep|--user) ]]; then
             option=$argument
         elif [[ $argument == -- ]]; then
             options_ended=yes
@@ -67,7 +67,7 @@ _quillo() {
             */stats) _quillo_offer "$word" '--help --json' ;;
             */parse) _quillo_offer "$word" '--help --now --time-zone --locale --json --trace --jsonl' ;;
             */model) _quillo_offer "$word" '--help --json --schema-in-prompt' ;;
-            */sync) _quillo_offer "$word" '--help --json --keep' ;;
+            */sync) _quillo_offer "$word" '--help --json --keep --user --password-stdin' ;;
             */resolve) _quillo_offer "$word" '--help --now --time-zone --locale --jsonl' ;;
             *) _quillo_offer "$word" '--help' ;;
         esac
@@ -82,9 +82,9 @@ _quillo() {
         1/export) _quillo_offer "$word" 'markdown json' ;;
         1/model) _quillo_offer "$word" 'list use status' ;;
         2/model) [[ ${COMP_WORDS[2]} != use ]] || _quillo_offer "$word" 'embedded none' ;;
-        1/sync) _quillo_offer "$word" 'status use off now' ;;
-        2/sync) [[ ${COMP_WORDS[2]} != use ]] || _quillo_offer "$word" folder ;;
-        3/sync) _quillo_offer_files "$word" ;;
+        1/sync) _quillo_offer "$word" 'status use off now forget' ;;
+        2/sync) [[ ${COMP_WORDS[2]} != use ]] || _quillo_offer "$word" 'folder webdav' ;;
+        3/sync) [[ ${COMP_WORDS[COMP_CWORD-1]} != folder ]] || _quillo_offer_files "$word" ;;
         1/help) _quillo_offer "$word" "$commands" ;;
     esac
 }

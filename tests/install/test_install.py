@@ -279,8 +279,9 @@ class Installed:
             self.assertEqual(self.bash("export", *option, "file", ""), formats)
 
     def test_bash_offers_what_to_do_about_other_computers(self):
-        self.assertEqual(self.bash("sync", ""), [("status", ""), ("use", ""), ("off", ""), ("now", "")])
-        self.assertEqual(self.bash("sync", "use", ""), [("folder", "")])
+        self.assertEqual(self.bash("sync", ""), [("status", ""), ("use", ""), ("off", ""), ("now", ""), ("forget", "")])
+        self.assertEqual(self.bash("sync", "use", ""), [("folder", ""), ("webdav", "")])
+        self.assertEqual(self.bash("sync", "use", "webdav", ""), [])
         self.assertEqual(self.bash("sync", "use", "--keep", ""), [("mine", ""), ("theirs", "")])
         self.assertEqual(self.bash("sync", "off", ""), [])
 
@@ -340,8 +341,8 @@ class Installed:
 
     @needs("fish")
     def test_fish_offers_what_to_do_about_other_computers(self):
-        self.assertEqual([word for word, _ in self.fish("quillo sync ")], ["status", "use", "off", "now"])
-        self.assertIn("folder", [word for word, _ in self.fish("quillo sync use ")])
+        self.assertEqual([word for word, _ in self.fish("quillo sync ")], ["status", "use", "off", "now", "forget"])
+        self.assertEqual({"folder", "webdav"} - {word for word, _ in self.fish("quillo sync use ")}, set())
         self.assertEqual(self.fish("quillo sync off "), [])
 
     def test_fish_offers_what_to_do_with_models(self):
@@ -399,7 +400,7 @@ class Installed:
 
     @needs("zsh")
     def test_zsh_offers_what_to_do_about_other_computers(self):
-        self.zsh("quillo sync ", "\nnow ", "\noff ", "\nstatus ", "\nuse ")
+        self.zsh("quillo sync ", "\nforget ", "\nnow ", "\noff ", "\nstatus ", "\nuse ")
 
     def test_zsh_offers_what_to_do_with_models(self):
         self.zsh("quillo model ", "\nlist ", "\nstatus ", "\nuse ")

@@ -219,9 +219,9 @@ class Leaks(PasswordTest):
         self.found = []
         self.looks = 0
         self.ended = threading.Event()
-        watcher = threading.Thread(target=self.watch)
-        watcher.start()
-        self.addCleanup(watcher.join)
+        self.watcher = threading.Thread(target=self.watch)
+        self.watcher.start()
+        self.addCleanup(self.watcher.join)
         self.addCleanup(self.ended.set)
         # As much in the log as the libraries give.
         self.quillo.environment.update(G_MESSAGES_DEBUG="all", G_DBUS_DEBUG="all", QT_LOGGING_RULES="*.debug=true")
@@ -232,14 +232,14 @@ class Leaks(PasswordTest):
     def watch(self):
         """Looks at the arguments and the environment of all processes, over and over."""
         while not self.ended.is_set():
-            for process in pathlib.Path("/proc").glob("[0-9]*"):
+            for process in filter(str.isdigit, os.listdir("/proc")):
                 for name in "cmdline", "environ":
                     try:
-                        content = (process / name).read_bytes()
+                        content = pathlib.Path("/proc", process, name).read_bytes()
                     except OSError:
                         continue
                     if self.has_trace(content):
-                        self.found.append((process.name, name))
+                        self.found.append((process, name))
             self.looks += 1
 
     def go_all_ways(self):
@@ -285,7 +285,9 @@ class Leaks(PasswordTest):
         said = self.go_all_ways()
         self.assertFalse(self.has_trace(said.encode("utf-8", "surrogateescape")), "what was said")
         self.look_into_files()
-        wait_until(lambda: self.looks > 10, "looks at the processes")
+        looks = self.looks
+        wait_until(lambda: self.looks > looks + 1, "looks at the processes")
+        self.assertTrue(self.watcher.is_alive())
         self.assertEqual(self.found, [])
 
     def test_there_are_none_with_a_keyring(self):
@@ -297,9 +299,9 @@ class Leaks(PasswordTest):
 
     def test_would_be_found(self):
         process = subprocess.Popen(["sleep", "60", PASSWORD], stderr=subprocess.DEVNULL)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
         wait_until(lambda: self.found, "the argument is found")
-        process.kill()
-        process.wait()
         (self.folder / "file").write_bytes(self.traces[2])
         with self.assertRaises(AssertionError):
             self.look_into_files()
