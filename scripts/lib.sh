@@ -8,12 +8,12 @@ qml_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-worke
   libqt6svg6)
 build_packages=(g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev libsimdjson-dev rapidjson-dev qt6-base-dev
   qt6-declarative-dev libqt6svg6-dev qt6-tools-dev qt6-l10n-tools libxcb1-dev libxcb-xfixes0-dev libsodium-dev
-  libcurl4-openssl-dev libexpat1-dev "${qml_packages[@]}")
+  libcurl4-openssl-dev libexpat1-dev libsecret-1-dev "${qml_packages[@]}")
 test_packages=(libgtest-dev libgmock-dev librapidcheck-dev python3 tzdata sqlite3 man-db groff-base dpkg-dev file zsh fish
   clang libclang-rt-dev clang-format python3-gi gir1.2-glib-2.0 dbus-daemon dunst xvfb libfaketime
   openbox picom xdotool xfce4-panel xterm numlockx scrot xfconf python3-xlib at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-pil
   fonts-dejavu-core desktop-file-utils appstream
-  lighttpd lighttpd-mod-webdav openssl)
+  lighttpd lighttpd-mod-webdav openssl gnome-keyring)
 # What a private desktop is made of, and the program's windows at run time.
 desktop_test_packages=(xvfb openbox picom xfce4-panel dunst dbus-daemon at-spi2-core xterm fonts-dejavu-core adwaita-icon-theme
   qt6-translations-l10n python3 python3-gi gir1.2-glib-2.0 python3-xlib python3-pil libfaketime)

@@ -451,7 +451,7 @@ class InstalledByPackage(Installed, unittest.TestCase):
         self.assertEqual(self.field("Section"), "utils")
         self.assertEqual(self.field("Priority"), "optional")
         self.assertEqual(self.field("Maintainer"), "The Quillo developers <developers@quillo.org>")
-        self.assertRegex(self.field("Depends"), r"\blibcurl4.*\blibexpat1\b.*\blibicu\d+\b.*\blibqt6dbus6\b.*\blibsimdjson\d+\b")
+        self.assertRegex(self.field("Depends"), r"\blibcurl4.*\blibexpat1\b.*\blibicu\d+\b.*\blibqt6dbus6\b.*\blibsecret-1-0\b.*\blibsimdjson\d+\b")
         self.assertRegex(self.field("Depends"), r"\bqml6-module-qtquick\b")
         self.assertRegex(self.field("Description"), r"^small, fast to-do list .*\n Quillo keeps .*\n")
 

@@ -298,8 +298,9 @@ class Leaks(PasswordTest):
         self.assert_no_leaks()
 
     def test_would_be_found(self):
-        process = subprocess.Popen(["sleep", "60", PASSWORD], stderr=subprocess.DEVNULL)
+        process = subprocess.Popen(["cat", "-", PASSWORD], stdin=subprocess.PIPE)
         self.addCleanup(process.wait)
+        self.addCleanup(process.stdin.close)
         self.addCleanup(process.kill)
         wait_until(lambda: self.found, "the argument is found")
         (self.folder / "file").write_bytes(self.traces[2])

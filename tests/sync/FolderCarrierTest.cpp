@@ -290,5 +290,32 @@ TEST_F(FolderCarrierTest, NoticesThatTheFolderGoesAndComesBack) {
     EXPECT_TRUE(awaited.come());
 }
 
+TEST_F(FolderCarrierTest, TakesAwayWhatADeviceHasLeft) {
+    Peer one(root_.path(), 1);
+    one.exchange(list("bread", 20));
+    put(2, list("milk", 10));
+    const auto file = one.carrier.fileOf(device(2).id);
+    ASSERT_TRUE(file) << file.error().message;
+    EXPECT_EQ(*file, (DeviceFile{device(2), list("milk", 10)}));
+    EXPECT_FALSE(one.carrier.forget(device(2).id, 9)) << "it is another list by now";
+    EXPECT_THAT(namesIn(folder()), ElementsAre(deviceFileName(device(1).id), deviceFileName(device(2).id)));
+    EXPECT_TRUE(one.carrier.forget(device(2).id, 10));
+    EXPECT_THAT(namesIn(folder()), ElementsAre(deviceFileName(device(1).id)));
+    EXPECT_FALSE(one.carrier.forget(device(2).id, 10));
+    EXPECT_FALSE(one.carrier.fileOf(device(2).id));
+}
+
+TEST_F(FolderCarrierTest, TakesNothingAwayThatItCannotRead) {
+    Peer one(root_.path(), 1);
+    one.exchange();
+    for (const std::string& bytes : {std::string("{"), std::string(R"({"format":2})"),
+                                     encodeDeviceFile({device(3), list("milk", 10)}).value()}) {
+        writeFile(fileOf(2), bytes);
+        EXPECT_FALSE(one.carrier.fileOf(device(2).id)) << bytes;
+        EXPECT_FALSE(one.carrier.forget(device(2).id, 10)) << bytes;
+        EXPECT_TRUE(fs::exists(fileOf(2)));
+    }
+}
+
 } // namespace
 } // namespace quillo
