@@ -77,6 +77,21 @@ Mit Sorgfalt gemacht für alle, die in der Statusleiste zu Hause sind.</translat
     </message>
 </context>
 <context>
+    <name>EarlierLists</name>
+    <message>
+        <source>Earlier Lists</source>
+        <translation>Frühere Listen</translation>
+    </message>
+    <message>
+        <source>The list that is there now is kept when an earlier one is brought back.</source>
+        <translation>Die jetzige Liste wird aufgehoben, wenn eine frühere zurückgeholt wird.</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+</context>
+<context>
     <name>EmptyState</name>
     <message>
         <source>All clear.</source>
@@ -553,6 +568,10 @@ Mit Sorgfalt gemacht für alle, die in der Statusleiste zu Hause sind.</translat
         <source>Keeps your list in sync across your Macs.</source>
         <translation>Hält deine Liste auf allen deinen Rechnern gleich.</translation>
     </message>
+    <message>
+        <source>Configure…</source>
+        <translation>Einrichten …</translation>
+    </message>
 </context>
 <context>
     <name>SettingsShortcut</name>
@@ -692,6 +711,142 @@ Mit Sorgfalt gemacht für alle, die in der Statusleiste zu Hause sind.</translat
     </message>
 </context>
 <context>
+    <name>SyncAnswer</name>
+    <message>
+        <source>One moment…</source>
+        <translation>Einen Moment …</translation>
+    </message>
+    <message>
+        <source>There are tasks here (%1) and there (%2). Which list goes on? The other one is kept among the earlier lists.</source>
+        <translation>Es gibt Aufgaben hier (%1) und dort (%2). Welche Liste gilt weiter? Die andere wird bei den früheren Listen aufgehoben.</translation>
+    </message>
+    <message>
+        <source>Keep the List of This Computer</source>
+        <translation>Liste dieses Rechners behalten</translation>
+    </message>
+    <message>
+        <source>Keep the Other List</source>
+        <translation>Die andere Liste behalten</translation>
+    </message>
+</context>
+<context>
+    <name>SyncPage</name>
+    <message>
+        <source>Sync</source>
+        <translation>Abgleich</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Use This Place</source>
+        <translation>Diesen Ort benutzen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Test Connection</source>
+        <translation>Verbindung prüfen</translation>
+    </message>
+</context>
+<context>
+    <name>SyncPlaceForm</name>
+    <message>
+        <source>Sync Through</source>
+        <translation>Abgleichen über</translation>
+    </message>
+    <message>
+        <source>Nothing</source>
+        <translation>Nichts</translation>
+    </message>
+    <message>
+        <source>The list stays on this computer.</source>
+        <translation>Die Liste bleibt auf diesem Rechner.</translation>
+    </message>
+    <message>
+        <source>A folder</source>
+        <translation>Einen Ordner</translation>
+    </message>
+    <message>
+        <source>One that Syncthing, Nextcloud, Dropbox or a network keeps in step.</source>
+        <translation>Einen, den Syncthing, Nextcloud, Dropbox oder ein Netzwerk abgleicht.</translation>
+    </message>
+    <message>
+        <source>A WebDAV server</source>
+        <translation>Einen WebDAV-Server</translation>
+    </message>
+    <message>
+        <source>Such as Nextcloud, ownCloud or a server of your own.</source>
+        <translation>Etwa Nextcloud, ownCloud oder einen eigenen Server.</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Choose Folder…</source>
+        <translation>Ordner wählen …</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Benutzer</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>unchanged</source>
+        <translation>unverändert</translation>
+    </message>
+    <message>
+        <source>https://cloud.example.org/remote.php/dav/files/me</source>
+        <translation>https://cloud.example.org/remote.php/dav/files/ich</translation>
+    </message>
+</context>
+<context>
+    <name>SyncState</name>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>In step</source>
+        <translation>Abgeglichen</translation>
+    </message>
+    <message>
+        <source>Not in step</source>
+        <translation>Nicht abgeglichen</translation>
+    </message>
+    <message>
+        <source>Last: %1</source>
+        <translation>Zuletzt: %1</translation>
+    </message>
+    <message>
+        <source>Sync Now</source>
+        <translation>Jetzt abgleichen</translation>
+    </message>
+    <message>
+        <source>Last changed: %1</source>
+        <translation>Zuletzt geändert: %1</translation>
+    </message>
+    <message>
+        <source>Nothing was changed there yet.</source>
+        <translation>Dort wurde noch nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Forget</source>
+        <translation>Vergessen</translation>
+    </message>
+</context>
+<context>
     <name>TaskList</name>
     <message>
         <source>Quillo</source>
@@ -797,6 +952,33 @@ Mit Sorgfalt gemacht für alle, die in der Statusleiste zu Hause sind.</translat
     <message>
         <source>Software Update</source>
         <translation>Softwareaktualisierung</translation>
+    </message>
+</context>
+<context>
+    <name>quillo::SyncModel</name>
+    <message>
+        <source>This computer</source>
+        <translation>Dieser Rechner</translation>
+    </message>
+    <message>
+        <source>The place can be used.</source>
+        <translation>Der Ort lässt sich benutzen.</translation>
+    </message>
+    <message>
+        <source>In step.</source>
+        <translation>Abgeglichen.</translation>
+    </message>
+    <message>
+        <source>The computer was forgotten.</source>
+        <translation>Der Rechner wurde vergessen.</translation>
+    </message>
+    <message>
+        <source>The earlier list is back.</source>
+        <translation>Die frühere Liste ist wieder da.</translation>
+    </message>
+    <message>
+        <source>Folder to Sync Through</source>
+        <translation>Ordner für den Abgleich</translation>
     </message>
 </context>
 <context>

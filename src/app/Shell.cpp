@@ -99,7 +99,9 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
                                      .hotKeys = hotKeys(),
                                      .hotKeyCenter = *hotKeyCenter_,
                                      .appearance = appearance_,
-                                     .actions = menuActions_};
+                                     .actions = menuActions_,
+                                     .cloud = services_->cloud(),
+                                     .syncCommands = services_->syncCommands()};
       }),
       popover_(std::make_unique<PopoverOfLibrary>(library_, [this] { services_->lookForNews(); })),
       quickAdd_(std::make_unique<QuickAddOfLibrary>(library_)) {

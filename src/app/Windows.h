@@ -5,6 +5,7 @@
 #include "base/Signal.h"
 #include "entry/MenuActions.h"
 #include "entry/Services.h"
+#include "entry/SyncCommands.h"
 #include "hotkey/HotKeyManager.h"
 #include "ports/AppearanceSettings.h"
 #include "ports/StatusItem.h"
@@ -52,6 +53,8 @@ struct WindowsDependencies {
     HotKeyCenter& hotKeyCenter;
     const AppearanceSettings& appearance;
     const MenuActions& actions;
+    SyncedCloudStore& cloud;
+    SyncCommands& syncCommands;
 };
 
 /// All windows of the program. Belongs to the main thread. They are in a library of their own,

@@ -29,8 +29,8 @@ Answer answerOf(const Outcome& outcome) {
     return outcome ? done() : Answer(outcome.error());
 }
 
-std::string counted(const TaskList& list) {
-    return std::to_string(list.size()) + (list.size() == 1 ? " task" : " tasks");
+std::string counted(std::size_t tasks) {
+    return std::to_string(tasks) + (tasks == 1 ? " task" : " tasks");
 }
 
 /// The server whose user has a password there, if the place is one.
@@ -51,44 +51,73 @@ SyncCommands::SyncCommands(const SyncCommandsDependencies& dependencies)
     : with_(dependencies), exchanged_(with_.cloud.exchanged.connect([this] { resume(); })),
       aside_("Quillo.Aside", with_.mainExecutor) {}
 
-void SyncCommands::use(const control::UseSync& what, Reply reply) {
+/// A place that may come to be used.
+struct SyncCommands::Trial {
+    SyncPlace place;
+    std::unique_ptr<Carrier> carrier; ///< null for no place
+    std::shared_ptr<TriedPassword> tried = nullptr;
+};
+
+Result<SyncCommands::Trial> SyncCommands::begin(const control::UseSync& what) const {
     const Result<SyncPlace> place = readSyncPlace(what.place);
-    if (!place) {
-        reply(place.error());
-        return;
-    }
-    const SyncPlace before = chosenSyncPlace(with_.preferences);
-    if (std::holds_alternative<NoPlace>(*place)) {
-        with_.preferences.remove(preference_keys::syncPlace);
-        with_.cloud.use(nullptr);
-        leave(before, std::move(reply));
-        return;
-    }
+    if (!place)
+        return place.error();
+    if (std::holds_alternative<NoPlace>(*place))
+        return Trial{*place, nullptr};
     std::shared_ptr<TriedPassword> tried;
     if (what.password) {
-        if (const Outcome checked = checkPasswordOf(*place, *what.password); !checked) {
-            reply(checked.error());
-            return;
-        }
+        if (const Outcome checked = checkPasswordOf(*place, *what.password); !checked)
+            return checked.error();
         tried = std::make_shared<TriedPassword>(*withPassword(*place), *what.password, with_.passwords);
     }
     auto carrier =
         with_.makeCarrier(*place, PlaceIs::New, with_.preferences, tried ? tried : with_.passwords);
-    if (!carrier) {
-        reply(Error{"this Quillo knows no way to such a place"});
+    if (!carrier)
+        return Error{"this Quillo knows no way to such a place"};
+    return Trial{*place, std::move(carrier), std::move(tried)};
+}
+
+void SyncCommands::use(const control::UseSync& what, Reply reply) {
+    choose(what, [reply = std::move(reply)](const Chosen& chosen) {
+        if (!chosen)
+            reply(chosen.error());
+        else if (*chosen)
+            reply(Error{"there are tasks here (" + counted((*chosen)->here) + ") and there (" +
+                        counted((*chosen)->there) +
+                        "): say --keep mine or --keep theirs; the other list is kept for quillo restore"});
+        else
+            reply(done());
+    });
+}
+
+void SyncCommands::choose(const control::UseSync& what, std::function<void(const Chosen&)> told) {
+    Result<Trial> trial = begin(what);
+    if (!trial) {
+        told(trial.error());
         return;
     }
-    with_.cloud.lookAt(std::move(carrier),
-                       [this, place = *place, before, keep = what.keep, tried, password = what.password,
-                        reply = std::move(reply)](const auto& found) {
-                           const Answer used = useLookedAt(place, keep, found);
-                           if (used && before != place)
-                               leave(before, [](const Answer& left) {
+    const auto tell = [told](const Outcome& outcome) {
+        told(outcome ? Chosen(std::nullopt) : Chosen(outcome.error()));
+    };
+    const SyncPlace before = chosenSyncPlace(with_.preferences);
+    if (!trial->carrier) {
+        with_.preferences.remove(preference_keys::syncPlace);
+        with_.cloud.use(nullptr);
+        leave(before, tell);
+        return;
+    }
+    with_.cloud.lookAt(std::move(trial->carrier),
+                       [this, place = trial->place, before, keep = what.keep, tried = trial->tried,
+                        password = what.password, told, tell](const auto& found) {
+                           const Chosen used = useLookedAt(place, keep, found);
+                           const bool isUsed = used && !*used;
+                           if (isUsed && before != place)
+                               leave(before, [](const Outcome& left) {
                                    if (!left)
                                        log(left.error().message);
                                });
-                           if (!used || !tried) {
-                               reply(used);
+                           if (!isUsed || !tried) {
+                               told(used);
                                return;
                            }
                            aside_.run(
@@ -97,26 +126,36 @@ void SyncCommands::use(const control::UseSync& what, Reply reply) {
                                    tried->end();
                                    return kept;
                                },
-                               scope_.guard([reply](const Result<Passwords::Kept>& kept) {
-                                   reply(kept ? done() : Answer(kept.error()));
+                               scope_.guard([tell](const Result<Passwords::Kept>& kept) {
+                                   tell(kept ? success() : Outcome(kept.error()));
                                }));
                        });
 }
 
+void SyncCommands::test(const control::UseSync& what, std::function<void(const Outcome&)> told) {
+    Result<Trial> trial = begin(what);
+    if (!trial || !trial->carrier) {
+        told(trial ? success() : Outcome(trial.error()));
+        return;
+    }
+    with_.cloud.lookAt(std::move(trial->carrier), [told = std::move(told)](const auto& found) {
+        told(found ? success() : Outcome(found.error()));
+    });
+}
+
 /// Forgets the password of a place that is not used any more.
-void SyncCommands::leave(const SyncPlace& place, Reply reply) {
+void SyncCommands::leave(const SyncPlace& place, std::function<void(const Outcome&)> told) {
     const std::optional<WebDavFolder> server = withPassword(place);
     if (!server) {
-        reply(done());
+        told(success());
         return;
     }
     aside_.run([passwords = with_.passwords, server] { return passwords->forget(*server); },
-               scope_.guard([reply = std::move(reply)](const Outcome& forgotten) {
-                   reply(forgotten
-                             ? done()
-                             : Answer(Error{"the place is not used any more, but its password could not "
-                                            "be forgotten: " +
-                                            forgotten.error().message}));
+               scope_.guard([told = std::move(told)](const Outcome& forgotten) {
+                   told(forgotten ? success()
+                                  : Outcome(Error{"the place is not used any more, but its password could "
+                                                  "not be forgotten: " +
+                                                  forgotten.error().message}));
                }));
 }
 
@@ -231,8 +270,8 @@ void SyncCommands::forget(const FoundDevice& device, Reply reply) {
                }));
 }
 
-Answer SyncCommands::useLookedAt(const SyncPlace& place, const std::string& keep,
-                                 const Result<std::optional<StampedBytes>>& found) {
+SyncCommands::Chosen SyncCommands::useLookedAt(const SyncPlace& place, const std::string& keep,
+                                               const Result<std::optional<StampedBytes>>& found) {
     if (!found)
         return found.error();
     std::optional<ReceivedList> theirs;
@@ -248,9 +287,7 @@ Answer SyncCommands::useLookedAt(const SyncPlace& place, const std::string& keep
     if (!keep.empty() && keep != "mine" && keep != "theirs")
         return Error{"cannot keep \"" + keep + "\""};
     if (both && keep.empty())
-        return Error{"there are tasks here (" + counted(mine) + ") and there (" +
-                     counted(theirs->list.items) +
-                     "): say --keep mine or --keep theirs; the other list is kept for quillo restore"};
+        return std::optional(BothHaveTasks{mine.size(), theirs->list.items.size()});
 
     with_.preferences.set(preference_keys::syncPlace, toText(place));
     if (!isOn())
@@ -263,7 +300,7 @@ Answer SyncCommands::useLookedAt(const SyncPlace& place, const std::string& keep
         with_.store.prefer(theirs->list);
     // So that the others see this computer there, whosever list it is.
     with_.store.pushToCloud();
-    return done();
+    return std::optional<BothHaveTasks>();
 }
 
 bool SyncCommands::isWanted() const {

@@ -32,6 +32,12 @@ struct SyncCommandsDependencies {
     std::function<decltype(quillo::makeCarrier)> makeCarrier = quillo::makeCarrier;
 };
 
+/// How many tasks there are on either side.
+struct BothHaveTasks {
+    std::size_t here = 0;
+    std::size_t there = 0;
+};
+
 /// Belongs to the main thread. Errors are for the user's eyes.
 ///
 /// After each exchange, a list that is later than what the place has is put there: one that was saved just
@@ -43,18 +49,28 @@ class SyncCommands {
 public:
     using Reply = std::function<void(const control::Answer&)>;
 
+    /// Absent where the place is used now; else somebody has to say first whose tasks go on.
+    using Chosen = Result<std::optional<BothHaveTasks>>;
+
     explicit SyncCommands(const SyncCommandsDependencies& dependencies);
 
     /// Whether a place is chosen, and it is on in the settings.
     bool isWanted() const;
 
-    /// Has the list kept in step through that place from now on; replies once it has been looked at. Where
-    /// both sides have tasks, and not the same, an error asks which to keep, unless that is said: nothing is
-    /// changed then. The list that does not go on is kept among the earlier ones.
+    /// Has the list kept in step through that place from now on; tells what came of it once it has been
+    /// looked at. Where both sides have tasks, and not the same, nothing is changed unless it is said which
+    /// to keep. The list that does not go on is kept among the earlier ones.
     ///
     /// A password is kept once the place could be used with it; that of the place that was used before is
     /// forgotten.
+    void choose(const control::UseSync& what, std::function<void(const Chosen&)> told);
+
+    /// The same, for commands: an error asks which to keep.
     void use(const control::UseSync& what, Reply reply);
+
+    /// Looks whether that place could be used, with that password. It is made ready, but nothing is sent, and
+    /// nothing kept.
+    void test(const control::UseSync& what, std::function<void(const Outcome&)> told);
 
     /// Replies when everything was sent and read, or with what is in the way. A password is kept before, see
     /// givePassword().
@@ -69,9 +85,11 @@ public:
     void forget(const control::ForgetDevice& what, Reply reply);
 
 private:
-    void leave(const SyncPlace& place, Reply reply);
-    control::Answer useLookedAt(const SyncPlace& place, const std::string& keep,
-                                const Result<std::optional<StampedBytes>>& found);
+    struct Trial;
+    Result<Trial> begin(const control::UseSync& what) const;
+    void leave(const SyncPlace& place, std::function<void(const Outcome&)> told);
+    Chosen useLookedAt(const SyncPlace& place, const std::string& keep,
+                       const Result<std::optional<StampedBytes>>& found);
     Result<FoundDevice> deviceNamed(const std::string& name) const;
     Outcome mayBeForgotten(const FoundDevice& device) const;
     void forget(const FoundDevice& device, Reply reply);

@@ -67,6 +67,9 @@ public:
     /// Has the language model get ready for the first text, if there is one. Does not wait.
     void prewarmLanguageModel();
 
+    SyncedCloudStore& cloud() { return cloud_; }
+    SyncCommands& syncCommands() { return syncCommands_; }
+
     /// Looks, in the background, for what other computers may have left where nobody tells of it.
     void lookForNews() { cloud_.synchronize(); }
 

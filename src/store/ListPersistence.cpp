@@ -88,6 +88,10 @@ bool ListPersistence::keepEarlier(const TaskList& earlier) {
     return data && backups_->keepList(data->bytes());
 }
 
+std::vector<UtcMilliseconds> ListPersistence::earlierTimes() const {
+    return backups_ != nullptr ? backups_->listTimes() : std::vector<UtcMilliseconds>();
+}
+
 Result<TaskList> ListPersistence::earlier(std::size_t which) const {
     if (!backups_)
         return Error{"no earlier lists are kept"};

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace quillo {
 
@@ -69,6 +70,9 @@ public:
     /// The kept earlier list of that place, the latest 1; an error in words for the user if there is none, or
     /// it cannot be read.
     Result<TaskList> earlier(std::size_t which) const;
+
+    /// When the earlier lists were kept, the latest first.
+    std::vector<UtcMilliseconds> earlierTimes() const;
 
     void synchronizeCloud();
 

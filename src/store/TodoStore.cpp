@@ -136,6 +136,12 @@ void TodoStore::keepAmongEarlier(TaskList list, std::function<void(Outcome)> don
     });
 }
 
+void TodoStore::listEarlier(std::function<void(const std::vector<UtcMilliseconds>&)> told) {
+    queue_.post([&persistence = persistence_, &mainExecutor = with_.mainExecutor, told = std::move(told)] {
+        mainExecutor.post([told, times = persistence.earlierTimes()] { told(times); });
+    });
+}
+
 void TodoStore::restoreEarlier(std::size_t which, std::function<void(Outcome)> done) {
     queue_.post([&persistence = persistence_, &mainExecutor = with_.mainExecutor, self = std::weak_ptr(self_),
                  which, done = std::move(done)] {

@@ -117,6 +117,9 @@ public:
     /// Removes all done tasks and their pending reminders, and returns how many there were.
     std::size_t clearCompleted();
 
+    /// Tells when the earlier lists were kept, the latest first.
+    void listEarlier(std::function<void(const std::vector<UtcMilliseconds>&)> told);
+
     /// Accepts the list in the cloud store if it is newer than the one in memory: reads it in the background,
     /// and takes it over when the main executor runs.
     void pullFromCloud();

@@ -4,6 +4,7 @@
 #include "app/Windows.h"
 #include "base/Signal.h"
 #include "linux/TimerfdTimer.h"
+#include "linux/desktopservices/DesktopFolderPanel.h"
 #include "linux/desktopservices/DesktopUrlOpener.h"
 #include "linux/updates/AppcastUpdater.h"
 #include "ports/LoginItem.h"
@@ -45,6 +46,7 @@ private:
     // In the order in which they are made; each may use those above it.
     Theme theme_;
     DesktopUrlOpener urlOpener_;
+    DesktopFolderPanel folderPanel_;
     Feedback feedback_{urlOpener_, productFeedbackAddresses()};
     std::unique_ptr<LoginItem> loginItem_;
     std::unique_ptr<AppcastUpdater> appcast_;

@@ -1,6 +1,7 @@
 // Every window in every language, and in one that nobody speaks: each text in marks, and longer than in
 // English. It shows what is not translated, put together from pieces, or cut off.
 #include "PopoverWorld.h"
+#include "SyncWorld.h"
 #include "support/ManualLoginItem.h"
 #include "support/RecordingHotKeyCenter.h"
 #include "support/ScriptedUpdater.h"
@@ -255,11 +256,13 @@ TEST_P(LanguagesTest, QuickAdd) {
 }
 
 TEST_P(LanguagesTest, Settings) {
+    support::SyncWorld sync;
     SettingsModel model({
         .preferences = world.preferences,
         .store = world.store,
         .loginItem = loginItem,
         .recorder = {hotKeys, hotKeyCenter, [](std::uint32_t) { return std::nullopt; }, [] {}},
+        .sync = sync.dependencies(),
         .statsStore = [this]() -> StatsStore& { return world.stats; },
         .actions = world.actions,
         .automaticallyChecksForUpdates = [] { return false; },
@@ -269,6 +272,32 @@ TEST_P(LanguagesTest, Settings) {
     show("SettingsWindow.qml", &model);
     look();
     model.recorder()->press();
+    settle();
+    look();
+    window.reset();
+}
+
+TEST_P(LanguagesTest, SettingsOfSync) {
+    support::SyncWorld sync;
+    SyncModel model(sync.dependencies());
+    const QString folder = QString::fromStdString(sync.newFolder("shared").string());
+    QQmlComponent component(&engine);
+    component.setData("import QtQuick; import Quillo; Window { required property SyncModel model; width: "
+                      "448; title: qsTranslate(\"SettingsWindow\", \"Quillo Settings\"); "
+                      "height: 548; SyncPage { anchors.fill: parent; model: parent.Window.window.model } }",
+                      QUrl(QStringLiteral("qrc:/qt/qml/Quillo/Sheet.qml")));
+    window.reset(qobject_cast<QQuickWindow*>(
+        component.createWithInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model)}})));
+    ASSERT_TRUE(window) << component.errorString().toStdString();
+    window->show();
+    settle();
+    look();
+    press(Qt::Key_Up); // To the server.
+    look();
+    model.use(SyncModel::Place::Folder, folder, {}, {});
+    sync.until([&] { return !model.busy() && model.computers().size() == 1; });
+    model.syncNow();
+    sync.until([&] { return !model.busy(); });
     settle();
     look();
     window.reset();

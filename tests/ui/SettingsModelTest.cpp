@@ -1,6 +1,7 @@
 #include "ui/settings/SettingsModel.h"
 
 #include "ListWorld.h"
+#include "SyncWorld.h"
 #include "base/Product.h"
 #include "support/CapturedLog.h"
 #include "support/ManualLoginItem.h"
@@ -39,6 +40,7 @@ protected:
             .store = world.store,
             .loginItem = loginItem,
             .recorder = {hotKeys, center, [](std::uint32_t) { return std::nullopt; }, [] {}},
+            .sync = sync.dependencies(),
             .statsStore = [this]() -> StatsStore& { return stats; },
             .actions = actions,
             .automaticallyChecksForUpdates = [this] { return automatic; },
@@ -56,6 +58,7 @@ protected:
     std::optional<bool> stored(std::string_view key) const { return world.preferences.boolean(key); }
 
     support::ListWorld world;
+    support::SyncWorld sync;
     support::ManualLoginItem loginItem;
     support::RecordingHotKeyCenter center;
     HotKeyManager hotKeys{world.preferences, center, world.mainExecutor};

@@ -152,7 +152,8 @@ const Command all[] = {
      .objection = objectionToModel,
      .run = model},
     {.name = "sync",
-     .synopsis = "status [--json] | use [OPTION...] folder DIRECTORY|webdav URL | off | now | forget COMPUTER",
+     .synopsis =
+         "status [--json] | use [OPTION...] folder DIRECTORY|webdav URL | off | now | forget COMPUTER",
      .summary = "Keeps the list in step with other computers, or shows how that fares",
      .options = {{"json", "prints the status as JSON"},
                  {"keep", "which list goes on where there are tasks here and there", "mine|theirs"},

@@ -12,6 +12,7 @@ FormRow {
     onClicked: root.toggled()
 
     Toggle {
+        anchors.verticalCenter: parent.verticalCenter
         name: root.text
         hint: root.help
         checked: root.checked

@@ -7,6 +7,8 @@ FormSection {
 
     required property SettingsModel model
 
+    signal syncConfigured
+
     ToggleRow {
         text: qsTr("Launch Quillo at login")
         checked: root.model.launchAtLogin
@@ -18,5 +20,11 @@ FormSection {
         help: qsTr("Keeps your list in sync across your Macs.")
         checked: root.model.cloudSync
         onToggled: root.model.cloudSync = !root.model.cloudSync
+
+        PushButton {
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Configure…")
+            onClicked: root.syncConfigured()
+        }
     }
 }

@@ -20,7 +20,7 @@ std::string websiteAddress() {
 } // namespace
 
 SettingsModel::SettingsModel(SettingsModelDependencies dependencies)
-    : with_(std::move(dependencies)), recorder_(with_.recorder) {
+    : with_(std::move(dependencies)), recorder_(with_.recorder), sync_(with_.sync) {
     connections_.push_back(
         with_.store.doneCount().observe([this](std::int64_t) { Q_EMIT anyDoneChanged(); }));
     launchAtLogin_ = with_.preferences.boolean(preference_keys::launchAtLogin).value_or(false);

@@ -9,6 +9,7 @@
 #include "stats/StatsStore.h"
 #include "store/TodoStore.h"
 #include "ui/recorder/HotKeyRecorder.h"
+#include "ui/sync/SyncModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -27,6 +28,7 @@ struct SettingsModelDependencies {
     TodoStore& store;
     LoginItem& loginItem;
     HotKeyRecorderDependencies recorder;
+    SyncModelDependencies sync;
     std::function<StatsStore&()> statsStore;
     const MenuActions& actions;
     std::function<bool()> automaticallyChecksForUpdates;
@@ -49,6 +51,7 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(bool anyDone READ anyDone NOTIFY anyDoneChanged)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(quillo::HotKeyRecorder* recorder READ recorder CONSTANT)
+    Q_PROPERTY(quillo::SyncModel* sync READ sync CONSTANT)
 
 public:
     explicit SettingsModel(SettingsModelDependencies dependencies);
@@ -80,6 +83,7 @@ public:
     QString version() const;
 
     HotKeyRecorder* recorder() { return &recorder_; }
+    SyncModel* sync() { return &sync_; }
 
     Q_INVOKABLE void clearCompleted();
     Q_INVOKABLE void resetStatistics();
@@ -106,6 +110,7 @@ private:
 
     const SettingsModelDependencies with_;
     HotKeyRecorder recorder_;
+    SyncModel sync_;
     bool launchAtLogin_ = false;
     bool cloudSync_ = true;
     bool statisticsEnabled_ = true;

@@ -13,6 +13,7 @@ FocusScope {
     function end() {
         root.model.recorder.stop();
         confirmation.close();
+        sync.close();
     }
 
     Keys.onPressed: event => {
@@ -27,6 +28,7 @@ FocusScope {
         SettingsGeneral {
             width: parent.width
             model: root.model
+            onSyncConfigured: sync.open()
         }
 
         SettingsShortcut {
@@ -54,6 +56,11 @@ FocusScope {
             width: parent.width
             model: root.model
         }
+    }
+
+    SyncSheet {
+        id: sync
+        model: root.model.sync
     }
 
     ConfirmationCard {
