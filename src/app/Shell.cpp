@@ -95,6 +95,7 @@ Shell::Shell(Application& application, std::optional<control::Show::Window> want
                                      .clock = services_->clock(),
                                      .calendar = services_->calendar(),
                                      .addTask = [this](const std::string& text) { services_->addTask(text); },
+                                     .listShown = [this](bool shown) { services_->setListShown(shown); },
                                      .zoneChanged = services_->zoneChanged,
                                      .hotKeys = hotKeys(),
                                      .hotKeyCenter = *hotKeyCenter_,

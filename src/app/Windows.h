@@ -48,6 +48,7 @@ struct WindowsDependencies {
     const Clock& clock;
     const unicode::CivilCalendar& calendar;
     std::function<void(const std::string&)> addTask; ///< takes what was typed, trimmed; not blank
+    std::function<void(bool)> listShown;             ///< hears whether the user has the list before his eyes
     Signal<>& zoneChanged;                           ///< the user's time zone is another one
     HotKeyManager& hotKeys;
     HotKeyCenter& hotKeyCenter;

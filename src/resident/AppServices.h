@@ -73,6 +73,9 @@ public:
     /// Looks, in the background, for what other computers may have left where nobody tells of it.
     void lookForNews() { cloud_.synchronize(); }
 
+    /// Whether the user has the list before his eyes: it is looked more often then, where nobody tells.
+    void setListShown(bool shown) { cloud_.setShown(shown); }
+
     /// Takes no more commands, shows no more reminders, waits for no language model any more, and calls
     /// `done` when what had begun is done, or that takes too long.
     void stop(const std::function<void()>& done);

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
+#include <functional>
 #include <utility>
 
 namespace quillo {
@@ -18,8 +19,11 @@ namespace {
 /// The popover, as the shell sees it.
 class ShownPopover final : public PopoverPlace {
 public:
-    ShownPopover(Popover::Engine engine, PopoverModel& model, const AppearanceSettings& appearance)
-        : popover_(std::move(engine), model, appearance) {}
+    ShownPopover(Popover::Engine engine, PopoverModel& model, const AppearanceSettings& appearance,
+                 const std::function<void(bool)>& listShown)
+        : popover_(std::move(engine), model, appearance) {
+        QObject::connect(&popover_, &Popover::shownChanged, &popover_, listShown);
+    }
 
     void toggle(const std::optional<ScreenPoint>& anchor, const std::string& token) override {
         popover_.toggle(anchor, token);
@@ -83,7 +87,7 @@ PopoverPlace& ProgramWindows::popover() {
     });
     connections_.push_back(with_.zoneChanged.connect([this] { popoverModel_->tasks()->renewDueLabels(); }));
     popover_ = std::make_unique<ShownPopover>([this]() -> QQmlEngine& { return engine(); }, *popoverModel_,
-                                              with_.appearance);
+                                              with_.appearance, with_.listShown);
     return *popover_;
 }
 

@@ -6,12 +6,14 @@ usage: test_install.py --cmake PATH --cpack PATH --build FOLDER --version VERSIO
 
 import argparse
 import configparser
+import contextlib
 import gzip
 import os
 import pathlib
 import re
 import shlex
 import shutil
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -166,6 +168,15 @@ class Installed:
     def test_command_finds_what_asks_servers(self):
         self.quillo("model", "use", "http://127.0.0.1:1")
         self.assertIn("nobody answers there", self.quillo("model", "status"))
+
+    def test_command_finds_what_keeps_in_step_through_servers(self):
+        self.quillo("add", "task")
+        with contextlib.closing(sqlite3.connect(self.data / "preferences.sqlite", isolation_level=None)) as preferences:
+            place = ("Quillo.linux.sync.place", "string", "webdav http://127.0.0.1:1")
+            preferences.execute("INSERT INTO preferences VALUES(?, ?, ?)", place)
+        answer = subprocess.run([self.prefix / "bin/quillo", "sync", "now"], env={"QUILLO_DATA_DIR": str(self.data)},
+                                capture_output=True, text=True, timeout=60)
+        self.assertEqual((answer.returncode, answer.stderr), (1, "quillo: nobody answers there\n"))
 
     def test_documents_are_in_place(self):
         documents = self.prefix / "share/doc/quillo"

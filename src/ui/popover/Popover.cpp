@@ -101,6 +101,7 @@ void Popover::place(const std::optional<ScreenPoint>& anchor) {
 void Popover::setShown(bool shown) {
     shown_ = shown;
     model_.setActive(shown);
+    Q_EMIT shownChanged(shown);
 }
 
 void Popover::fadeTo(double opacity) {

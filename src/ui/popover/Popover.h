@@ -48,6 +48,9 @@ public:
     /// took the keyboard away.
     void toggle(const std::optional<ScreenPoint>& anchor, const std::string& activationToken);
 
+Q_SIGNALS:
+    void shownChanged(bool shown);
+
 private:
     bool make();
     void place(const std::optional<ScreenPoint>& anchor);
