@@ -131,7 +131,8 @@ class History:
         for quillo in self.computers:
             quillo.put(PLACE, "string", f"webdav {self.server.url}")
             # So that it has a name among the others before it is killed for the first time.
-            self.assertEqual(quillo("sync", "now").code, 0)
+            answer = quillo("sync", "now")
+            self.assertEqual((answer.code, answer.errors), (0, ""))
 
     def test_all_end_with_the_latest_list(self):
         seed = int(os.environ.get("QUILLO_SYNC_SEED", random.SystemRandom().randrange(10**9)))
