@@ -122,7 +122,8 @@ FromWebDav<std::monostate> HttpWebDavServer::store(const std::string& file, cons
     Answer& stored = std::get<Answer>(answer);
     if (stored.status == conflict) // Its folder is not there.
         stored.status = notFound;
-    if (!isDone(stored.status) || isWebPage(stored.contentType, stored.body))
+    // Apache says in HTML that it has created something.
+    if (!isDone(stored.status) || (stored.status == good && isWebPage(stored.contentType, stored.body)))
         return failureOf(stored);
     return std::monostate{};
 }
