@@ -205,7 +205,7 @@ TEST_F(WebDavCarrierTest, ProvesWhoAsks) {
     for (const char* part : {"password", "digest"}) {
         SCOPED_TRACE(part);
         Computer one(server_.address(part), 1, "me");
-        EXPECT_EQ(one.complaint(), "the password for me at " + server_.address(part) + " is not known");
+        EXPECT_EQ(one.complaint(), passwordIsWanted({server_.address(part), "me"}).message);
         static_cast<void>(one.passwords->keep({}, "secret"));
         EXPECT_TRUE(one.exchange(listOf("milk", 10)).outcome);
         Computer two(server_.address(part), 2, "me");
