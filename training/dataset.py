@@ -10,7 +10,7 @@ from tokens import FLAG_COUNT, features, tokenize
 KIND_INDEX = {kind: i for i, kind in enumerate(KINDS)}
 AMOUNT_INDEX = {amount: i for i, amount in enumerate(AMOUNTS)}
 IGNORED = -100
-COUNTED = {"IN_MINUTES", "IN_HOURS", "IN_DAYS", "IN_WEEKS", "WEEKS_FROM_TOMORROW", "IN_MONTHS"}
+COUNTED = ("IN_", "WEEKS_FROM_TOMORROW", "NTH_")
 DATED = {"SPECIFIC_DATE", "NEXT_MONTH_DAY", "THIS_MONTH_DAY"}
 
 
@@ -37,8 +37,8 @@ class Dataset:
         self.labels.append(
             [
                 KIND_INDEX[m.kind],
-                AMOUNT_INDEX[m.amount] if m.kind in COUNTED and m.amount is not None else IGNORED,
-                (m.month or 0) if m.kind == "SPECIFIC_DATE" else IGNORED,
+                AMOUNT_INDEX[m.amount] if m.kind.startswith(COUNTED) and m.amount is not None else IGNORED,
+                (m.month or 0) if m.kind.startswith(("SPECIFIC_DATE", "NTH_")) else IGNORED,
                 (m.day or 0) if m.kind in DATED else IGNORED,
                 IGNORED if none or m.kind in ("IN_MINUTES", "IN_HOURS") else 24 if m.hour is None else m.hour,
                 MINUTES.index(m.minute)

@@ -138,6 +138,8 @@ KINDS = (
         "GOOD_FRIDAY",
         "EASTER_MONDAY",
     ]
+    # The second Saturday of a month: the amount counts, 5 is the last one.
+    + ["NTH_" + day.upper() for day in WEEKDAYS]
 )
 
 AMOUNTS = list(range(0, 32)) + [
@@ -1656,6 +1658,12 @@ class Phrases:
             f"{{{year}|Y}}" if self.chance(0.8) else self.pick("'", "") + f"{{{year % 100}|Y}}"
         )
 
+    def stress(self):
+        """Mostly nothing."""
+        if self.chance(0.96):
+            return ""
+        return self.pick(" latest", " at the latest", " sharp", " or earlier", " or before", " at latest", " for sure")
+
     def date(self):
         month, name = self.month()
         day = self.r.randrange(1, MONTH_LENGTHS[month - 1] + 1)
@@ -1708,7 +1716,9 @@ class Phrases:
             "due by ",
             "deadline ",
             "latest ",
+            "on or before ",
         )
+        date += self.stress()
         if self.chance(0.08):
             weekday = self.weekday()[1]
             date = self.pick(f"{weekday} {date}", f"{weekday}, {date}", f"{date} ({weekday})", f"{date}, {weekday}")
@@ -1739,6 +1749,7 @@ class Phrases:
             "latest ",
             "deadline ",
             "due: ",
+            "on or before ",
         )
         form = self.weighted(
             [(50, "slash"), (16, "slash year"), (10, "iso"), (9, "dotted"), (5, "dash"), (4, "iso slash")]
@@ -1758,10 +1769,15 @@ class Phrases:
             )
         else:
             date = f"{{{two(first)}|A}}-{{{two(second)}|B}}" + self.pick("", f"-{{{year}|Y}}", f"-{{{year % 100}|Y}}")
+        if form == "slash" and self.chance(0.06):
+            last = min(day + self.r.randrange(1, 8), MONTH_LENGTHS[month - 1])
+            date += self.pick("-", " - ", " to ", "–") + f"{two(month)}/{two(last)}"
+        date += self.stress()
         if self.chance(0.07):
             weekday = self.weekday()[1]
             date = self.pick(f"{weekday} {date}", f"{weekday}, {date}", f"{date} ({weekday})")
-        return Phrase(prefix + date, Meaning("NUMERIC_DATE"), is_name=prefix == "")
+        # Before a thing a fraction would be written so, but few fractions are.
+        return Phrase(prefix + date, Meaning("NUMERIC_DATE"), is_name=prefix == "" and self.chance(0.45))
 
     def nth(self):
         day = self.r.randrange(1, 32)
@@ -1803,6 +1819,27 @@ class Phrases:
             "from ",
         )
         return Phrase(prefix + text, Meaning("SPECIFIC_DATE", month=None, day=word))
+
+    def weekday_of_month(self):
+        day, name = self.weekday()
+        which = self.r.choice([1, 1, 2, 3, 4, 5, 5])
+        if which == 5:
+            count, word = self.pick("last ", "last ", "the last ", "very last ", "final "), 5
+        elif self.chance(0.6):
+            count, word = self.pick("", "the ") + f"{{{which}|N}}{self.ordinal_suffix(which)} ", None
+        else:
+            count, word = self.pick("", "the ") + ORDINALS[which] + " ", which
+        if self.chance(0.75):
+            month, of_month = self.month()
+            of_month = self.pick("of ", "of ", "of ", "in ", "in ", "") + of_month
+        else:
+            month, of_month = None, self.pick(
+                "of the month", "of the month", "of this month", "this month", "in the month"
+            )
+        prefix = self.pick("", "", "on ", "on ", "by ", "before ", "due ")
+        return Phrase(
+            f"{prefix}{count}{name} {of_month}", Meaning("NTH_" + WEEKDAYS[day].upper(), amount=word, month=month)
+        )
 
     def part_of_month(self):
         month, name = self.month()
@@ -2060,6 +2097,7 @@ class Phrases:
         (12, "numeric_date"),
         (5, "nth"),
         (9, "part_of_month"),
+        (4, "weekday_of_month"),
         (11, "holiday"),
     ]
 
@@ -2067,6 +2105,7 @@ class Phrases:
         form = self.r.random()
         if form < 0.2:  # a time without a day
             text, hour, minute = self.time(beside_day=False)
+            text += self.stress()
             if self.chance(0.12):
                 text = self.weighted(
                     [
@@ -2078,9 +2117,19 @@ class Phrases:
                     ]
                 )
             return Phrase(text, Meaning("TODAY", hour=hour, minute=minute))
+        if form < 0.203:
+            return Phrase(
+                self.pick("in ", "", "in about ") + self.pick("3/4 of an hour", "3/4 hr", "three quarters of an hour"),
+                Meaning("IN_MINUTES", amount=45),
+            )
         day = getattr(self, self.weighted(self.DAY_FAMILIES))()
         if day.meaning.kind in ("IN_MINUTES", "IN_HOURS"):
             return day
+        if self.chance(0.012) and day.meaning.kind.startswith(("TOMORROW", "THIS_", "NEXT_")):
+            first = self.pick(
+                "first thing ", "1st thing ", "first thing on " if "DAY" in day.meaning.kind else "first thing "
+            )
+            return Phrase(first + day.text.removeprefix("on "), replace(day.meaning, hour=8, minute=0))
         if day.meaning.kind == "TONIGHT":
             if self.chance(0.4):
                 text, hour, minute = self.clock("night")
@@ -2092,9 +2141,9 @@ class Phrases:
             0.55 if "DAY" in day.meaning.kind[:-1] and day.meaning.kind.startswith(("THIS_", "NEXT_")) else 0.36
         ):
             text, hour, minute = self.time(beside_day=True)
-            joint = self.weighted([(52, " "), (6, ", "), (2, " - ")])
+            joint = self.weighted([(52, " "), (6, ", "), (2, " - "), (1, " — "), (1, " @ ")])
             # Beside a date in digits only what cannot be another part of it stands without a word between.
-            plain_time = "|M}" in text or re.search(r"\}\s?[ap]", text, re.I) is not None
+            plain_time = "|M}" in text or re.search(r"\}\s?[ap]|^\{\d{4}\|T", text, re.I) is not None
             meaning = replace(day.meaning, hour=hour, minute=minute)
             if self.chance(0.33):
                 if text[-1] == "}" and day.text[:1] in "{0123456789":

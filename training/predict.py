@@ -11,7 +11,7 @@ from net import Net
 from phrases import AMOUNTS, KINDS, MINUTES, WEEKDAYS, Meaning
 from tokens import is_digit, is_letter, may_be_cut, tokenize
 
-SURE = 0.6
+SURE = 0.5
 MONTH_FIRST = {"US", "PH", "CA", "FM", "PW", "MH", "GU", "PR", "VI", "AS", "MP"}
 
 
@@ -262,6 +262,16 @@ def classify(text, now, first_is_month, output):
     elif kind.startswith("WEEK_AFTER_") and kind != "WEEK_AFTER_NEXT":
         index = [w.upper() for w in WEEKDAYS].index(kind[11:])
         ok = on(today + ((index - weekday) % 7 + 7) * one)
+    elif kind.startswith("NTH_"):
+        index = [w.upper() for w in WEEKDAYS].index(kind[4:])
+        month, N = head("month"), values("N")
+        which = int(N[0]) if N else head("amount", AMOUNTS)
+        if not 1 <= which <= 5:
+            ok = False
+        else:
+            of = lambda months: nth_weekday(months // 12, months % 12 + 1, (index - 1) % 7, which if which < 5 else -1)
+            months, step = (today.year * 12 + month - 1, 12) if month else (today.year * 12 + today.month - 1, 1)
+            ok = on(of(months) if of(months) >= today else of(months + step))
     elif kind == "NEXT_WEEKEND":
         ok = on(today + ((6 - weekday) % 7 + 7) * one)
     elif kind == "WEEK_AFTER_NEXT":

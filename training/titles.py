@@ -11,6 +11,62 @@ def words(name):
 
 
 VERBS, DO = words("verbs_with_people"), words("verbs_with_things")
+ENDINGS = [
+    *(
+        "rev B",
+        "rev C",
+        "plan B",
+        "vitamin D",
+        "part II",
+        "vol 3",
+        "gate C",
+        "side A",
+        "lot B",
+        "team A",
+        "type C",
+        "big D",
+    ),
+    *(
+        "in the ground",
+        "in the shed",
+        "in the oven",
+        "in the wash",
+        "off",
+        "out",
+        "up",
+        "over",
+        "back",
+        "in",
+        "on",
+        "down",
+    ),
+    *(
+        "de la Cruz",
+        "du jour",
+        "at JFK",
+        "at the airport",
+        "at home",
+        "at the gym",
+        "to go",
+        "for real",
+        "or else",
+        "or not",
+    ),
+    *(
+        "on hold",
+        "at risk",
+        "in bulk",
+        "by mail",
+        "by phone",
+        "by hand",
+        "by bus",
+        "via email",
+        "as is",
+        "w/o sugar",
+        "x2",
+        "no. 5",
+    ),
+]
 THINGS, PEOPLE, PLACES, WHOLE = words("things"), words("people"), words("places"), words("whole_titles")
 PHRASAL = [pair.split(" ") for pair in words("phrasal_verbs")]
 STATES = words("states")  # that follow a thing
@@ -115,7 +171,16 @@ class Titles:
             text = f"{r.choice(VERBS)} {r.choice(PEOPLE)} {r.choice(['about', 're', 'for', 'regarding', 'on', 'and get'])} {r.choice(['', 'the '])}{self.thing()}"
         if r.random() < 0.16:
             text += " " + r.choice(PLACES)
+        elif r.random() < 0.05:
+            text += " " + r.choice(ENDINGS)
         return text
+
+    def fraction(self):
+        """Two numbers that are a part, a measure or a saying, and hardly ever a day."""
+        return self.r.choice(
+            ["1/2", "1/3", "2/3", "1/4", "3/4", "4/5", "1/8", "3/8", "5/8", "7/8", "1/16", "3/16", "5/16", "7/16"]
+            + ["4/4", "3/4", "6/8", "2/4", "7/8", "16/9", "4/3", "21/9", "24/7", "50/50", "20/20", "80/20"]
+        )
 
     def ratio(self):
         """Two numbers that are a fraction, a size or a score."""
@@ -252,8 +317,8 @@ class Titles:
                 lambda: f"{r.choice(self.fragment_verbs)} {r.choice(['the ', '', 'a ', 'my '])}{self.thing()}",
                 lambda: f"{r.choice(self.fragment_nouns)} {r.choice(['and', 'or', '+', '&', 'for', 'with'])} {self.thing()}",
                 lambda: f"{r.choice(DO)} {r.choice(['the ', 'a ', 'that '])}{r.randrange(1, 32)}/{r.randrange(2, 32)} {self.thing()}",
-                lambda: f"{r.choice(DO)} {r.choice(['the ', 'a ', 'that ', '', ''])}{self.ratio()} {self.thing()}",
-                lambda: f"{self.ratio()} {self.thing()} {r.choice(['', 'for Nana', 'is missing', 'broken', 'left', 'for the deck', 'and screws', 'to Bob', ', tell ' + r.choice(PEOPLE)])}".strip(),
+                lambda: f"{r.choice(DO)} {r.choice(['the ', 'a ', 'that '])}{self.fraction()} {self.thing()}",
+                lambda: f"{self.fraction()} {r.choice(['cup', 'inch', 'of the', 'price', 'size', 'lb', 'scale', 'mile', 'full'])} {self.thing()} {r.choice(['', 'for Nana', 'is missing', 'broken', 'left', 'for the deck', 'and screws', 'to Bob', ', tell ' + r.choice(PEOPLE)])}".strip(),
                 lambda: f"{r.choice(['set ratio', 'ratio', 'blood pressure', 'bp', 'score', 'rated', 'mix', 'vision', 'odds', 'set aspect ratio', 'battery at', 'progress', 'got', 'scored', 'rating', 'time signature', 'split it', 'cut to', 'sand to', 'tuning', 'grade'])} {self.ratio()} {r.choice(['', 'on the export', ', tell nurse', 'for the song', 'on the exam', 'again'])}".strip(),
                 lambda: f"{r.choice(['Beethoven', 'Mahler', 'Bruckner', 'Henry', 'Louis', 'Elizabeth', 'Dvorak', 'Shostakovich'])}{r.choice([chr(39) + 's ', ' the ', ' '])}{r.randrange(1, 17)}{r.choice(['th', 'th', 'st', 'nd', 'rd'])}{r.choice(['', ', find a recording', ' tickets', ' symphony', ' essay', ' cd for dad'])}",
                 lambda: f"{r.choice(['replace', 'buy', 'check', 'order', 'new', 'find'])} {r.choice(['fuse', 'breaker', 'plug', 'charger', 'cable', 'relay', 'seat', 'gate', 'row', 'locker', 'unit', 'apt', 'room', 'bay', 'exhibit', 'platform'])} {r.randrange(1, 41)}{r.choice(['a', 'A', ' a', 'p', ' amp', 'a'])} {r.choice(['', 'in the car', 'for the ' + r.choice(self.nouns), 'and ' + self.thing(), 'on the seating plan', 'by the door'])}".strip(),

@@ -1,6 +1,8 @@
 """Trains the network.
 
-usage: train.py --seed N --out FILE TEXTS...
+usage: train.py --seed N --out FILE [--from FILE] TEXTS...
+
+From a network that is trained already it goes on, once and gently: for texts that the grammar has learnt since.
 """
 
 import argparse
@@ -42,7 +44,7 @@ def loss_of(net, words, ids, flags, mask, roles, labels):
     return loss
 
 
-def main(files, out, seed):
+def main(files, out, seed, trained):
     torch.set_num_threads(1)
     torch.manual_seed(seed)
     data = Dataset()
@@ -54,13 +56,17 @@ def main(files, out, seed):
     print(f"{len(data)} texts of {len(data.word_index)} words", flush=True)
 
     net = Net()
-    optimizer = torch.optim.AdamW(net.parameters(), lr=RATE, weight_decay=0.01, betas=(0.9, 0.98))
+    epochs, highest = EPOCHS, RATE
+    if trained:
+        net.load_state_dict(torch.load(trained))
+        epochs, highest = 1, RATE / 4
+    optimizer = torch.optim.AdamW(net.parameters(), lr=highest, weight_decay=0.01, betas=(0.9, 0.98))
     rng = np.random.default_rng(seed)
-    steps = EPOCHS * (len(data) // BATCH)
+    steps = epochs * (len(data) // BATCH)
     step, losses, start = 0, [], time.time()
-    for _ in range(EPOCHS):
+    for _ in range(epochs):
         for indices in batches(data, rng):
-            rate = RATE * min(1, (step + 1) / WARM_UP)
+            rate = highest * min(1, (step + 1) / WARM_UP)
             rate *= 0.02 + 0.98 * 0.5 * (1 + math.cos(math.pi * min(1, step / steps)))
             for group in optimizer.param_groups:
                 group["lr"] = rate
@@ -84,6 +90,7 @@ if __name__ == "__main__":
     parser = argparse.ArgumentParser()
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--out", required=True)
+    parser.add_argument("--from", dest="trained")
     parser.add_argument("texts", nargs="+")
     given = parser.parse_args()
-    main(given.texts, given.out, given.seed)
+    main(given.texts, given.out, given.seed, given.trained)

@@ -213,6 +213,8 @@ private:
             return on(monday + days(7) + (*wanted - std::chrono::Monday));
         if (const auto wanted = ofWeekday("WEEK_AFTER_"))
             return on(onOrAfter(today_, *wanted) + days(7));
+        if (const auto wanted = ofWeekday("NTH_"))
+            return readWeekdayOfMonth(*wanted);
         if (kind == "NEXT_WEEKEND")
             return on(onOrAfter(today_, std::chrono::Saturday) + days(7));
         if (kind == "WEEK_AFTER_NEXT")
@@ -332,6 +334,25 @@ private:
         const auto in = [&](year_month which) { return clamped(which.year(), which.month(), number); };
         const sys_days date = in(next ? current + months(1) : current);
         return on(date >= today_ ? date : in(current + months(1)));
+    }
+
+    /// The second Saturday of a month, this one where none is named; the fifth is the last.
+    bool readWeekdayOfMonth(weekday wanted) {
+        const auto ofMonth = static_cast<unsigned>(choose(impression_.month));
+        const std::optional<int> written = number(Role::Amount);
+        const std::int64_t which = written ? *written : weights_.amounts[choose(impression_.amount)];
+        if (which < 1 || which > 5)
+            return false;
+        const auto in = [&](year_month month) {
+            return which < 5 ? sys_days(month / wanted[static_cast<unsigned>(which)])
+                             : sys_days(month / wanted[std::chrono::last]);
+        };
+        const year_month_day today = today_;
+        const year_month current(today.year(), today.month());
+        if (ofMonth == 0)
+            return on(in(current) >= today_ ? in(current) : in(current + months(1)));
+        const year_month named(today.year(), month(ofMonth));
+        return on(in(named) >= today_ ? in(named) : in(named + years(1)));
     }
 
     bool on(sys_days date) {

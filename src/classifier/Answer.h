@@ -25,7 +25,7 @@ struct Answer {
 };
 
 /// Below this a date is more likely wrong than right, and NONE is answered.
-inline constexpr double sure = 0.6;
+inline constexpr double sure = 0.5;
 
 /// Reads the impression with what the text says in digits. The network knows nothing of today: what relates
 /// to it, such as the end of next week, is worked out here from the reference. A date that cannot be, a year
