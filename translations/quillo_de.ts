@@ -807,8 +807,8 @@ Mit Sorgfalt gemacht für alle, die in der Statusleiste zu Hause sind.</translat
         <translation>unverändert</translation>
     </message>
     <message>
-        <source>https://cloud.example.org/remote.php/dav/files/me</source>
-        <translation>https://cloud.example.org/remote.php/dav/files/ich</translation>
+        <source>https://cloud.example.org/dav</source>
+        <translation>https://cloud.example.org/dav</translation>
     </message>
 </context>
 <context>

@@ -185,7 +185,7 @@ class Status(ModelTest):
         for part, why in (
             ("loading", "it is busy, or still loading its model"),
             ("slow", "it does not answer in time"),
-            ("closed", "it does not answer: "),
+            ("closed", "it breaks off the connection"),
             ("redirect", "it answers with the HTTP status 307"),
             ("huge", "it answers more than can be read"),
         ):

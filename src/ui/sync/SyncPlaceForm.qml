@@ -102,7 +102,7 @@ Column {
         FieldRow {
             id: addressField
             text: qsTr("Address")
-            placeholder: qsTr("https://cloud.example.org/remote.php/dav/files/me")
+            placeholder: qsTr("https://cloud.example.org/dav")
             onSubmitted: root.submitted()
         }
 
