@@ -10,6 +10,7 @@ SIZE = (480, 580)
 
 LOGIN = "Launch Quillo at login"
 SYNC = "Sync between computers"
+CONFIGURE = "Configure…"
 RECORDER = "Open Quick Add"
 CLEAR = "Clear Completed Tasks"
 TRACK = "Track completion statistics"
@@ -116,7 +117,7 @@ class Window(SettingsTest):
         view = self.open()
         expected = [
             *("Quick Add Hotkey", "Data", "Statistics", "Updates"),
-            *(LOGIN, SYNC, TRACK, "Check for updates automatically"),
+            *(LOGIN, SYNC, CONFIGURE, TRACK, "Check for updates automatically"),
             *(RECORDER, CLEAR, "Export as Markdown…", "Export as JSON…", RESET, "Check for Updates Now…"),
             *("Click the field to record a new shortcut. Press from anywhere to capture a task.",),
             *("Quillo", "Tiny, fast todo list that lives in your status bar.", "Visit website", "Contact support"),
@@ -135,7 +136,7 @@ class Window(SettingsTest):
         self.quillo.put_items(stored_task(1, "Post the letter", done=True))
         view = self.open()
         way = self.way_round()
-        self.assertEqual(way[:4], [LOGIN, SYNC, RECORDER, CLEAR])
+        self.assertEqual(way[:5], [LOGIN, SYNC, CONFIGURE, RECORDER, CLEAR])
         self.assertEqual(way[-2:], ["Visit website", "Contact support"])
         self.assertEqual(self.focused().name, LOGIN)
         left, top, width, height = view.window.area

@@ -194,7 +194,7 @@ class TwoComputers(SyncTest):
 
         # And back: ticked off there, done here.
         self.other_desktop.input.click(there.checkbox("Call mom 1").centre)
-        wait_until(lambda: "Call mom 1" not in here.rows(), "it is done here", MOST_SECONDS)
+        wait_until(lambda: "Call mom 1" not in here.rows(), "it is done here", WAIT_SECONDS)
 
 
 if __name__ == "__main__":
