@@ -177,6 +177,21 @@ class Sheet(SyncTest):
         self.wait_for("dialog", SHEET)
         self.assertTrue(self.program.has_window(SETTINGS_TITLE))
 
+    def test_a_folder_is_chosen_in_a_panel(self):
+        self.open_sheet()
+        self.view.click("radio button", FOLDER)
+        self.view.click("push button", "Choose Folder…")
+        panel = self.program.view("Folder to Sync Through")
+        self.input.key("ctrl+a")
+        # Qt completes what is typed, a moment later.
+        self.input.type(f"{self.folder}/")
+        panel.picture()
+        self.input.type(self.root.name)
+        panel.picture()
+        self.input.key("Return")
+        self.eventually(lambda: self.view.find("text", "Folder").text, str(self.root))
+        self.assertEqual(self.status()["place"], "off")
+
     def test_what_was_typed_goes_with_the_sheet(self):
         self.open_sheet()
         self.view.click("radio button", SERVER)
