@@ -1,3 +1,4 @@
+#include "cli/PrettyJson.h"
 #include "cli/Session.h"
 #include "cli/Terminal.h"
 #include "cli/commands/Change.h"
@@ -7,9 +8,6 @@
 #include "languagemodel/PreferredLanguageModel.h"
 #include "languagemodel/ServerAddress.h"
 #include "languagemodel/WellKnownServers.h"
-
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 
 #include <algorithm>
 #include <chrono>
@@ -28,22 +26,8 @@ constexpr std::chrono::milliseconds limitOfList{1000};
 /// The one that was chosen may be further away.
 constexpr std::chrono::milliseconds limitOfStatus{3000};
 
-using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 using Names = Result<std::vector<std::string>>;
 using Source = PreferredLanguageModel::Source;
-
-void writeMember(Writer& json, const char* key, const std::optional<std::string>& text) {
-    json.Key(key);
-    if (text)
-        json.String(text->data(), static_cast<rapidjson::SizeType>(text->size()));
-    else
-        json.Null();
-}
-
-void writeMember(Writer& json, const char* key, bool flag) {
-    json.Key(key);
-    json.Bool(flag);
-}
 
 void print(const rapidjson::StringBuffer& json) {
     std::printf("%s\n", json.GetString());
@@ -109,7 +93,7 @@ std::vector<Candidate> candidatesBeside(const LanguageModelChoice& preferred) {
 
 void printAsJson(const std::vector<Candidate>& candidates) {
     rapidjson::StringBuffer buffer;
-    Writer json(buffer);
+    PrettyWriter json(buffer);
     json.SetIndent(' ', 2);
     json.StartArray();
     for (const Candidate& candidate : candidates) {
@@ -170,7 +154,7 @@ void printAsJson(const Status& status) {
         return "";
     };
     rapidjson::StringBuffer buffer;
-    Writer json(buffer);
+    PrettyWriter json(buffer);
     json.SetIndent(' ', 2);
     json.StartObject();
     writeMember(json, "choice", toText(status.preferred.choice));

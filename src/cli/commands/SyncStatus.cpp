@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "base/DataFolder.h"
 #include "base/UtcTime.h"
+#include "cli/PrettyJson.h"
 #include "cli/Session.h"
 #include "cli/Terminal.h"
 #include "sync/KeptPasswords.h"
@@ -10,9 +11,6 @@
 #include "sync/SyncStatus.h"
 #include "unicode/DateFormat.h"
 #include "unicode/SystemPlace.h"
-
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 
 #include <cstdio>
 #include <optional>
@@ -23,8 +21,6 @@
 namespace quillo::cli {
 
 namespace {
-
-using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 
 /// Where, whether, and how.
 struct Shown {
@@ -73,26 +69,13 @@ Result<Shown> shownNow() {
     return shown;
 }
 
-void writeMember(Writer& json, const char* key, const std::optional<std::string>& text) {
-    json.Key(key);
-    if (text)
-        json.String(text->data(), static_cast<rapidjson::SizeType>(text->size()));
-    else
-        json.Null();
-}
-
-void writeMember(Writer& json, const char* key, bool flag) {
-    json.Key(key);
-    json.Bool(flag);
-}
-
 std::string isoTime(Instant time) {
     return quillo::isoTime(floorToSecond(time));
 }
 
 void printAsJson(const Shown& shown) {
     rapidjson::StringBuffer buffer;
-    Writer json(buffer);
+    PrettyWriter json(buffer);
     json.SetIndent(' ', 2);
     const auto* const folder = std::get_if<SyncedFolder>(&shown.place);
     const auto* const server = std::get_if<WebDavFolder>(&shown.place);
