@@ -51,6 +51,13 @@ SyncCommands::SyncCommands(const SyncCommandsDependencies& dependencies)
     : with_(dependencies), exchanged_(with_.cloud.exchanged.connect([this] { resume(); })),
       aside_("Quillo.Aside", with_.mainExecutor) {}
 
+SyncCommands::~SyncCommands() {
+    for (const auto& way : forgetting_) {
+        if (const auto carrier = way.lock())
+            carrier->giveUp();
+    }
+}
+
 /// A place that may come to be used.
 struct SyncCommands::Trial {
     SyncPlace place;
@@ -238,6 +245,8 @@ void SyncCommands::forget(const FoundDevice& device, Reply reply) {
         reply(Error{"there is no place any more"});
         return;
     }
+    std::erase_if(forgetting_, [](const auto& way) { return way.expired(); });
+    forgetting_.push_back(carrier);
     const Uuid id = device.device.id;
     const auto remove = [this, carrier, id, reply](double stamp) {
         aside_.run([carrier, id, stamp] { return carrier->forget(id, stamp); },

@@ -18,6 +18,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillo {
 
@@ -53,6 +54,9 @@ public:
     using Chosen = Result<std::optional<BothHaveTasks>>;
 
     explicit SyncCommands(const SyncCommandsDependencies& dependencies);
+
+    /// Gives up what is under way at a place.
+    ~SyncCommands();
 
     /// Whether a place is chosen, and it is on in the settings.
     bool isWanted() const;
@@ -100,6 +104,7 @@ private:
     const SyncCommandsDependencies with_;
     Connection exchanged_;
     LeftAloneQueue aside_;
+    std::vector<std::weak_ptr<Carrier>> forgetting_; ///< the ways of what is under way aside
     CallbackScope scope_;
 };
 

@@ -24,8 +24,8 @@ struct Exchange {
     bool changed = false;             ///< the mirror has received another list than it had
 };
 
-/// Belongs to the thread of a Transfer, but for what is said to be for any. It may wait for disk or network
-/// as long as it takes.
+/// Belongs to one thread at a time, that of a Transfer mostly, but for what is said to be for any. It may
+/// wait for disk or network as long as it takes.
 class Carrier {
 public:
     virtual ~Carrier() = default;
@@ -48,15 +48,11 @@ public:
     virtual void giveUp() {}
 
     /// What a device has left at the place, read anew. An error in words for the user.
-    virtual Result<DeviceFile> fileOf(const Uuid& /*device*/) { return Error{cannotForget}; }
+    virtual Result<DeviceFile> fileOf(const Uuid& device) = 0;
 
     /// Takes away what a device has left there, if its list still has that stamp. An error in words for the
     /// user.
-    virtual Outcome forget(const Uuid& /*device*/, double /*stamp*/) { return Error{cannotForget}; }
-
-private:
-    static constexpr const char* cannotForget =
-        "what computers have left there cannot be taken away from here";
+    virtual Outcome forget(const Uuid& device, double stamp) = 0;
 };
 
 } // namespace quillo

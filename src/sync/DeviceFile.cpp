@@ -96,6 +96,12 @@ std::variant<DeviceFile, UnknownFormat, Error> decodeDeviceFile(std::string_view
     return file;
 }
 
+std::optional<DeviceFile> decodeDeviceFileOf(const Uuid& device, std::string_view bytes) {
+    auto content = decodeDeviceFile(bytes);
+    auto* const file = std::get_if<DeviceFile>(&content);
+    return file != nullptr && file->device.id == device ? std::optional(std::move(*file)) : std::nullopt;
+}
+
 std::string deviceFileName(const Uuid& device) {
     return device.toString().append(ending);
 }

@@ -48,6 +48,9 @@ std::optional<std::string> encodeDeviceFile(const DeviceFile& file);
 /// An error says in a few words what is wrong.
 std::variant<DeviceFile, UnknownFormat, Error> decodeDeviceFile(std::string_view bytes);
 
+/// The same; absent where it cannot be read, or is another device's.
+std::optional<DeviceFile> decodeDeviceFileOf(const Uuid& device, std::string_view bytes);
+
 /// "<UUID>.json", in upper case.
 std::string deviceFileName(const Uuid& device);
 

@@ -98,9 +98,8 @@ Result<DeviceFile> FolderCarrier::fileOf(const Uuid& device) {
     const Result<std::string> bytes = readBounded(folder_ / name, status);
     if (!bytes)
         return Error{"cannot read " + (folder_ / name).string() + ": " + bytes.error().message};
-    auto content = decodeDeviceFile(*bytes);
-    if (auto* const file = std::get_if<DeviceFile>(&content); file != nullptr && file->device.id == device)
-        return std::move(*file);
+    if (auto file = decodeDeviceFileOf(device, *bytes))
+        return *std::move(file);
     return Error{(folder_ / name).string() + " cannot be read"};
 }
 

@@ -103,9 +103,7 @@ Exchange WebDavCarrier::exchange(Mirror& mirror) {
 /// What of it goes well stays done where something else does not.
 void WebDavCarrier::attempt(Mirror& mirror, Exchange& exchange) {
     failure_.reset();
-    exchange.outcome = connect();
-    if (exchange.outcome)
-        exchange.outcome = logIn();
+    exchange.outcome = reach();
     if (exchange.outcome && toBeMade_)
         exchange.outcome = makeFolders();
     if (exchange.outcome)
@@ -145,6 +143,30 @@ void WebDavCarrier::giveUp() {
     givenUp_ = true;
     if (server_)
         server_->giveUp();
+}
+
+Result<DeviceFile> WebDavCarrier::fileOf(const Uuid& device) {
+    auto file = readAnew(device);
+    if (auto* const failure = failureOf(file))
+        return std::move(failure->why);
+    return std::get<DeviceFile>(std::move(file));
+}
+
+Outcome WebDavCarrier::forget(const Uuid& device, double stamp) {
+    const auto file = readAnew(device);
+    if (const auto* const failure = std::get_if<WebDavFailure>(&file))
+        return failure->kind == WebDavFailure::Kind::Missing ? success() : failure->why;
+    if (std::get<DeviceFile>(file).list.stamp != stamp)
+        return Error{"that computer has just left another list"};
+    auto removed = server_->remove(pathOf(device));
+    if (auto* const failure = failureOf(removed))
+        return std::move(failure->why);
+    return success();
+}
+
+Outcome WebDavCarrier::reach() {
+    const Outcome connected = connect();
+    return connected ? logIn() : connected;
 }
 
 Outcome WebDavCarrier::connect() {
@@ -274,6 +296,23 @@ Outcome WebDavCarrier::send(const StampedBytes& list) {
     }
     files_.hasBeenWritten(list);
     return success();
+}
+
+FromWebDav<DeviceFile> WebDavCarrier::readAnew(const Uuid& device) {
+    using Kind = WebDavFailure::Kind;
+    if (Outcome reached = reach(); !reached)
+        return WebDavFailure{Kind::Other, reached.error()};
+    const std::string name = folder_ + '/' + deviceFileName(device);
+    auto fetched = server_->fetch(pathOf(device), "");
+    if (auto* const failure = failureOf(fetched)) {
+        if (failure->kind == Kind::Missing)
+            failure->why = Error{name + " is not there"};
+        return std::move(*failure);
+    }
+    auto file = decodeDeviceFileOf(device, std::get<FetchedFile>(fetched).bytes.value_or(""));
+    if (!file)
+        return WebDavFailure{Kind::Other, Error{name + " cannot be read"}};
+    return *std::move(file);
 }
 
 Error WebDavCarrier::failed(WebDavFailure failure) {

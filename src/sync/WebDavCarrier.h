@@ -37,6 +37,8 @@ public:
     void awaitNews(int wake) override;
     void setShown(bool shown) override;
     void giveUp() override;
+    Result<DeviceFile> fileOf(const Uuid& device) override;
+    Outcome forget(const Uuid& device, double stamp) override;
 
 private:
     /// A file, as the folder was listed last.
@@ -53,6 +55,7 @@ private:
     };
 
     void attempt(Mirror& mirror, Exchange& exchange);
+    Outcome reach();
     Outcome connect();
     Outcome logIn();
     Outcome makeFolders();
@@ -61,6 +64,7 @@ private:
     DeviceFiles::Bytes fetch(const Uuid& device);
     DeviceFiles::Bytes bytesOf(const Uuid& device, FromWebDav<FetchedFile> fetched, LookTimes::Moment began);
     Outcome send(const StampedBytes& list);
+    FromWebDav<DeviceFile> readAnew(const Uuid& device);
     Error failed(WebDavFailure failure);
 
     const WebDavFolder place_;

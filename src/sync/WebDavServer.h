@@ -46,7 +46,7 @@ struct WebDavFailure {
 template <class T>
 using FromWebDav = std::variant<T, WebDavFailure>;
 
-/// Belongs to the thread that made it, whose calls wait for the server, with a limit each; but for giveUp().
+/// Belongs to one thread at a time, whose calls wait for the server, with a limit each; but for giveUp().
 /// Paths are relative to the server's address, of letters that an address may have, and those of folders end
 /// in a slash.
 ///
@@ -67,6 +67,9 @@ public:
 
     /// What is at the server after a failure is not known: the old file, the new one, or half of it.
     virtual FromWebDav<std::monostate> store(const std::string& file, const std::string& bytes) = 0;
+
+    /// Nothing happens where it is not there, or not any more.
+    virtual FromWebDav<std::monostate> remove(const std::string& file) = 0;
 
     /// Nothing happens where it is there already.
     virtual FromWebDav<std::monostate> makeFolder(const std::string& folder) = 0;

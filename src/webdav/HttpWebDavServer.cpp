@@ -22,6 +22,7 @@ constexpr std::size_t longestHead = std::size_t{64} << 10;
 enum Status : long {
     good = 200,
     created = 201,
+    accepted = 202,
     noContent = 204,
     multiStatus = 207,
     movedPermanently = 301,
@@ -60,6 +61,11 @@ bool isDone(long status) {
     return status == good || status == created || status == noContent;
 }
 
+bool isRemoved(long status) {
+    return status == good || status == accepted || status == noContent || status == notFound ||
+           status == gone;
+}
+
 /// Where the network wants its user to log in first, or the server does.
 bool isWebPage(const std::string& contentType, const std::string& body) {
     return contentType == "text/html" && body.find_first_not_of(" \t\r\n") != body.find('{');
@@ -72,9 +78,7 @@ WebDavFailure* failed(FromWebDav<Answer>& answer) {
 
 } // namespace
 
-HttpWebDavServer::HttpWebDavServer(std::string url) : url_(std::move(url)) {
-    blockBrokenPipeSignals();
-}
+HttpWebDavServer::HttpWebDavServer(std::string url) : url_(std::move(url)) {}
 
 HttpWebDavServer::~HttpWebDavServer() = default;
 
@@ -125,6 +129,19 @@ FromWebDav<std::monostate> HttpWebDavServer::store(const std::string& file, cons
     // Apache says in HTML that it has created something.
     if (!isDone(stored.status) || (stored.status == good && isWebPage(stored.contentType, stored.body)))
         return failureOf(stored);
+    return std::monostate{};
+}
+
+FromWebDav<std::monostate> HttpWebDavServer::remove(const std::string& file) {
+    auto answer = send(file, {"DELETE", {}, {}, longestHead});
+    if (auto* const failure = failed(answer))
+        return std::move(*failure);
+    Answer& removed = std::get<Answer>(answer);
+    if (removed.status == methodNotAllowed) // Of all that WebDAV is, this.
+        removed.status = forbidden;
+    if (!isRemoved(removed.status) ||
+        (removed.status == good && isWebPage(removed.contentType, removed.body)))
+        return failureOf(removed);
     return std::monostate{};
 }
 
@@ -192,6 +209,7 @@ FromWebDav<HttpWebDavServer::Answer> HttpWebDavServer::carryOut(const std::strin
         if (!multi_)
             multi_.reset(curl_multi_init());
     }
+    blockBrokenPipeSignals();
     FromWebDav<Answer> result = WebDavFailure{};
     {
         HttpCall call(url, {longestRequest, std::max(request.largestAnswer, longestHead)});

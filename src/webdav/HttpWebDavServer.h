@@ -32,6 +32,7 @@ public:
     FromWebDav<std::vector<ListedFile>> list(const std::string& folder) override;
     FromWebDav<FetchedFile> fetch(const std::string& file, const std::string& etag) override;
     FromWebDav<std::monostate> store(const std::string& file, const std::string& bytes) override;
+    FromWebDav<std::monostate> remove(const std::string& file) override;
     FromWebDav<std::monostate> makeFolder(const std::string& folder) override;
     void giveUp() override;
 

@@ -258,6 +258,87 @@ TEST_F(WebDavCarrierTest, NeverWritesOverAFormatThatItDoesNotKnow) {
     EXPECT_EQ(std::get<FetchedFile>(direct.fetch(file, "")).bytes, future);
 }
 
+TEST_F(WebDavCarrierTest, TakesAwayWhatADeviceHasLeft) {
+    for (const char* part :
+         {"good", "no-etag", "redirect", "password", "digest", "missing", "gone", "removed-later"}) {
+        SCOPED_TRACE(part);
+        Computer one(server_.address(part), 1, "me");
+        Computer two(server_.address(part), 2, "me");
+        for (Computer* computer : {&one, &two})
+            static_cast<void>(computer->passwords->keep({}, "secret"));
+        EXPECT_TRUE(one.exchange(listOf("milk", 10)).outcome);
+        EXPECT_TRUE(two.exchange(listOf("bread", 20)).outcome);
+        const auto file = one.carrier.fileOf(deviceOf(2).id);
+        ASSERT_TRUE(file) << file.error().message;
+        EXPECT_EQ(*file, (DeviceFile{deviceOf(2), listOf("bread", 20)}));
+        EXPECT_FALSE(one.carrier.forget(deviceOf(2).id, 19)) << "it is another list by now";
+        EXPECT_EQ(one.exchange().devices.size(), 2U);
+        EXPECT_TRUE(one.carrier.forget(deviceOf(2).id, 20));
+    }
+    for (const char* part : {"good", "no-etag", "redirect", "password", "digest"}) {
+        SCOPED_TRACE(part);
+        Computer one(server_.address(part), 1, "me");
+        static_cast<void>(one.passwords->keep({}, "secret"));
+        EXPECT_EQ(one.exchange().devices, (std::vector<FoundDevice>{{deviceOf(1), 10}}));
+        EXPECT_TRUE(one.carrier.forget(deviceOf(2).id, 20)) << "somebody else was faster";
+        EXPECT_EQ(one.carrier.fileOf(deviceOf(2).id).error().message,
+                  server_.address(part) + "/quillo/v1/" + deviceFileName(deviceOf(2).id) + " is not there");
+    }
+}
+
+TEST_F(WebDavCarrierTest, SaysInWordsWhyNothingIsTakenAway) {
+    for (const auto& [part, complaint] : std::vector<std::pair<std::string, std::string>>{
+             {"kept", "the server does not allow that"},
+             {"no-delete", "the server does not allow that"},
+             {"kept-locked", "somebody has locked the file at the server"},
+             {"kept-busy", "the server is not ready for the moment"},
+             {"kept-in-part", "the server answers with the HTTP status 207"},
+             {"removed-a-page", "a web page comes instead of the file; perhaps somebody has to log in"}}) {
+        SCOPED_TRACE(part);
+        Computer one(server_.address(part), 1);
+        EXPECT_TRUE(one.exchange(listOf("milk", 10)).outcome);
+        const Outcome forgotten = one.carrier.forget(deviceOf(1).id, 10);
+        ASSERT_FALSE(forgotten);
+        EXPECT_EQ(forgotten.error().message, complaint);
+    }
+    for (const auto& [part, complaint] : std::vector<std::pair<std::string, std::string>>{
+             {"busy", "the server is not ready for the moment"},
+             {"password", "the server wants a user's name and password"},
+             {"closed", "the server breaks off the connection"}}) {
+        SCOPED_TRACE(part);
+        Computer one(server_.address(part), 1);
+        EXPECT_EQ(one.carrier.fileOf(deviceOf(1).id).error().message, complaint);
+        EXPECT_EQ(one.carrier.forget(deviceOf(1).id, 10).error().message, complaint);
+    }
+    EXPECT_EQ(Computer(server_.address("password"), 1, "me").carrier.fileOf(deviceOf(1).id).error().message,
+              passwordIsWanted({server_.address("password"), "me"}).message);
+}
+
+TEST_F(WebDavCarrierTest, TakesNothingAwayThatItCannotRead) {
+    Computer one(server_.address("good"), 1);
+    one.exchange();
+    HttpWebDavServer direct(server_.address("good"));
+    const std::string file = "quillo/v1/" + deviceFileName(deviceOf(2).id);
+    for (const std::string& bytes : {std::string("{"), std::string(R"({"format":2})"),
+                                     encodeDeviceFile({deviceOf(3), listOf("milk", 10)}).value()}) {
+        static_cast<void>(direct.store(file, bytes));
+        EXPECT_FALSE(one.carrier.fileOf(deviceOf(2).id)) << bytes;
+        EXPECT_FALSE(one.carrier.forget(deviceOf(2).id, 10)) << bytes;
+        EXPECT_EQ(std::get<FetchedFile>(direct.fetch(file, "")).bytes, bytes);
+    }
+}
+
+TEST_F(WebDavCarrierTest, GivesUpTakingAwayAtOnce) {
+    Computer one(server_.address("slow"), 1, "", WebDavCarrier::SetUp::No);
+    auto file = std::async(std::launch::async, [&] { return one.carrier.fileOf(deviceOf(2).id); });
+    EXPECT_THAT(server_.nextEvent(), HasSubstr("slow"));
+    const Clock::time_point before = Clock::now();
+    one.carrier.giveUp();
+    EXPECT_FALSE(file.get());
+    EXPECT_LT(Clock::now() - before, 2s);
+    EXPECT_FALSE(one.carrier.forget(deviceOf(2).id, 10));
+}
+
 TEST_F(WebDavCarrierTest, TrustsNoOtherCertificate) {
     const ServerProcess server("webdav/dav_server.py", "--tls");
     Computer one("https" + server.address("good").substr(4), 1);

@@ -2,7 +2,7 @@
 
 Below /good it keeps files in memory as such a server should; the other parts are in STATUSES, LISTINGS and PARTS. Each
 part is a place of its own: http://127.0.0.1:PORT/good. Who asks below /password is "me" with the password "secret",
-below /digest too, in that way of proving it.
+unless it is given another one; below /digest too, in that way of proving it.
 
 Run as a program, it prints its port, and then what happens as one JSON object a line: {"method", "path",
 "authorization"} for a request, {"gone": path} where the asker went away before the answer was out. It ends with its
@@ -40,6 +40,9 @@ STATUSES = {
 }
 # Only storing fails.
 STORING = {"locked": 423, "full": 507, "too-large": 413, "read-only": 403, "accepted": 202}
+# Only taking away does.
+REMOVING = {"missing": 404, "gone": 410, "removed-later": 202, "removed-a-page": 200, "kept": 403, "no-delete": 405,
+            "kept-locked": 423, "kept-busy": 503, "kept-in-part": 207}  # fmt: skip
 # What the listing tells of a file.
 LISTINGS = {
     "no-etag": ("length", "modified"),
@@ -52,6 +55,11 @@ LAUGHS = """<?xml version="1.0"?><!DOCTYPE x [<!ENTITY a "ha"><!ENTITY b "&a;&a;
 <!ENTITY c "&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;">]><D:multistatus xmlns:D="DAV:"><D:response><D:href>&c;</D:href>
 </D:response></D:multistatus>"""
 PAGE = b"<!DOCTYPE html><html><body>Please log in.</body></html>"
+
+
+def basic(user, password):
+    """How the head of a request says who asks."""
+    return "Basic " + base64.b64encode(f"{user}:{password}".encode()).decode()
 
 
 class Place:
@@ -85,12 +93,14 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.answer(b"", status, **headers)
         elif self.part in STORING and self.command == "PUT":
             self.answer(b"", STORING[self.part])
+        elif self.part in REMOVING and self.command == "DELETE":
+            self.answer(PAGE if REMOVING[self.part] == 200 else b"", REMOVING[self.part], "text/html")
         elif self.part in PARTS:
             PARTS[self.part](self, path, body)
         else:
             self.serve(path, body)
 
-    do_GET = do_PUT = do_MKCOL = do_PROPFIND = play
+    do_GET = do_PUT = do_DELETE = do_MKCOL = do_PROPFIND = play
 
     def serve(self, path, body):
         place = self.server.place(self.part)
@@ -111,6 +121,9 @@ class Handler(http.server.BaseHTTPRequestHandler):
                     self.answer(b"", 404)
             elif path not in place.files:
                 self.answer(b"", 404)
+            elif self.command == "DELETE":
+                del place.files[path]
+                self.answer(b"", 204)
             else:
                 content, etag = place.files[path]
                 shown = {} if self.part == "no-etag" else {"ETag": etag}
@@ -186,11 +199,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
     # The parts.
 
     def want_password(self, path, body):
-        known = "Basic " + base64.b64encode(f"{USER}:{PASSWORD}".encode()).decode()
-        if self.headers.get("Authorization") == known:
+        if self.headers.get("Authorization") == basic(USER, self.server.password):
             self.serve(path, body)
         else:
-            self.answer(b"", 401, WWW_Authenticate=f'Basic realm="{REALM}"')
+            self.answer(b"", 401, WWW_Authenticate=f'Basic realm="{REALM}", charset="UTF-8"')
 
     def want_digest(self, path, body):
         said = dict(re.findall(r'(\w+)="?([^",]*)"?', self.headers.get("Authorization", "")))
@@ -199,7 +211,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
             return hashlib.md5(":".join(parts).encode()).hexdigest()
 
         right = said.get("response") and said["response"] == hashed(
-            hashed(USER, REALM, PASSWORD), NONCE, said["nc"], said["cnonce"], "auth", hashed(self.command, self.path)
+            hashed(USER, REALM, self.server.password), NONCE, said["nc"], said["cnonce"], "auth", hashed(self.command, self.path)
         )
         if right:
             self.serve(path, body)
@@ -256,6 +268,13 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if self.command == "PUT" and not place.stored:
             place.store(path, body)
             self.cut()
+        else:
+            self.serve(path, body)
+
+    def say_late_what_is_stored(self, path, body):
+        if self.command == "PUT":
+            self.server.place(self.part).store(path, body)
+            self.is_left(self.server.slow_seconds)
         else:
             self.serve(path, body)
 
@@ -317,6 +336,7 @@ PARTS = {
     "closed": Handler.hang_up,
     "half-stored": Handler.store_half,
     "stored-silently": Handler.store_silently,
+    "stored-late": Handler.say_late_what_is_stored,
     "redirect": Handler.lead_on,
     "elsewhere": Handler.lead_elsewhere,
     "circle": Handler.lead_in_circles,
@@ -348,7 +368,7 @@ class DavServer(http.server.ThreadingHTTPServer):
     daemon_threads = True
     request_queue_size = 64
 
-    def __init__(self, tell=None, slow_seconds=SLOW_SECONDS, tls=False):
+    def __init__(self, tell=None, slow_seconds=SLOW_SECONDS, tls=False, password=PASSWORD):
         super().__init__(("127.0.0.1", 0), Handler)
         self.scheme = "https" if tls else "http"
         if tls:
@@ -358,6 +378,7 @@ class DavServer(http.server.ThreadingHTTPServer):
         self.count = 0
         self.tell = tell
         self.slow_seconds = slow_seconds
+        self.password = password
         self.lock = threading.RLock()
         threading.Thread(target=self.serve_forever, kwargs={"poll_interval": 0.05}, daemon=True).start()
 

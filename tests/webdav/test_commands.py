@@ -1,15 +1,18 @@
 """Commands while no desktop program runs, and a list that is kept in step through a WebDAV server."""
 
+import base64
+import json
 import time
 import unittest
 
 from dav_server import DavServer
-from quillo_command import CommandTest
+from quillo_command import CommandTest, stored_task
 
 PLACE = "Quillo.linux.sync.place"
 SLOW_SECONDS = 10
 # Far longer than a command takes on a busy machine, far shorter than the slow server.
 AT_ONCE_SECONDS = 3
+DAY_SECONDS = 24 * 60 * 60
 
 
 class WebDavTest(CommandTest):
@@ -60,6 +63,48 @@ class WebDavTest(CommandTest):
                 self.assertIn(complaint, answer.errors)
                 self.assertIn(complaint, self.done("sync", "status", "--json").json["problem"])
                 self.assertEqual(self.quillo.titles(), ["task"])
+
+    def leave(self, part, number, days_ago, *titles):
+        """What another computer has left, on which something was changed so many days ago."""
+        identifier = f"{number:08X}-2222-4333-8444-555555555555"
+        items = json.dumps([stored_task(number, title) for title in titles])
+        content = {"format": 1, "device": identifier, "name": f"laptop {number}", "app": "",
+                   "items": base64.b64encode(items.encode()).decode(), "stamp": time.time() - days_ago * DAY_SECONDS}
+        self.server.place(part).store(f"quillo/v1/{identifier}.json", json.dumps(content).encode())
+        return identifier
+
+    def is_there(self, part, identifier):
+        return f"quillo/v1/{identifier}.json" in self.server.place(part).files
+
+    def test_take_away_what_is_a_year_old_and_keep_its_list(self):
+        self.done("add", "mine")
+        self.use("good")
+        old = self.leave("good", 1, 366, "left behind")
+        empty = self.leave("good", 2, 5000)
+        recent = self.leave("good", 3, 364, "task")
+        self.assertEqual(self.done("sync", "forget", old[:8].lower()).output, "")
+        self.assertFalse(self.is_there("good", old))
+        self.assertIn("left behind", self.done("restore").lines[0])
+        earlier = len(self.done("restore").lines)
+        self.done("sync", "forget", empty)
+        self.assertFalse(self.is_there("good", empty))
+        self.assertEqual(len(self.done("restore").lines), earlier)
+        self.assert_refused(self.quillo("sync", "forget", recent), 1)
+        self.assertTrue(self.is_there("good", recent))
+        self.assertEqual(self.quillo.titles(), ["mine"])
+        devices = self.done("sync", "status", "--json").json["devices"]
+        self.assertEqual({device["device"] for device in devices if not device["thisComputer"]}, {recent})
+
+    def test_say_why_nothing_is_taken_away(self):
+        self.done("add", "mine")
+        for part, complaint in (("kept", "the server does not allow that"), ("kept-locked", "somebody has locked the file")):
+            with self.subTest(part):
+                self.use(part)
+                old = self.leave(part, 1, 366, "left behind")
+                answer = self.quillo("sync", "forget", old)
+                self.assert_refused(answer, 1)
+                self.assertIn(complaint, answer.errors)
+                self.assertTrue(self.is_there(part, old))
 
 
 if __name__ == "__main__":

@@ -5,9 +5,11 @@ usage: test_servers.py SERVER...
 Each SERVER (lighttpd, apache, rclone) is started on this machine with a folder of its own and put through the same random
 history: tasks are added, done and deleted, lists are exchanged, several at a time; commands are killed, and so is the
 server, which comes back later. After each step the computers are held against the rules; at the end all must have the
-list with the highest stamp. QUILLO_SYNC_SEED=<number> plays the history of that number.
+list with the highest stamp. Then one forgets a computer that has long been silent. QUILLO_SYNC_SEED=<number> plays the
+history of that number.
 """
 
+import base64
 import http.client
 import json
 import os
@@ -20,11 +22,12 @@ import time
 import unittest
 
 from desktop_program import PATIENCE_SECONDS, wait_until
-from quillo_command import CommandTest
+from quillo_command import CommandTest, stored_task
 
 PLACE = "Quillo.linux.sync.place"
 ROUNDS = 60
 KEPT_LISTS = 10
+TWO_YEARS_IN_SECONDS = 2 * 365 * 24 * 60 * 60
 
 
 def free_port():
@@ -141,6 +144,7 @@ class History:
             for number in range(ROUNDS):
                 self.round(number)
             self.check_end()
+            self.check_forgetting()
         except AssertionError as error:
             raise AssertionError(f"{error}\nseed {seed}, log:\n{(self.server.folder / 'log').read_text()}") from error
 
@@ -236,6 +240,23 @@ class History:
             earlier = quillo("restore").lines
             self.assertEqual([line for line in earlier if "cannot be read" in line], [])
             self.assertEqual(list(quillo.folder.glob("*damaged*")), [])
+
+    def check_forgetting(self):
+        identifier = "00000001-2222-4333-8444-555555555555"
+        items = base64.b64encode(json.dumps([stored_task(1, "left behind")]).encode()).decode()
+        content = {"format": 1, "device": identifier, "name": "laptop", "app": "", "items": items,
+                   "stamp": time.time() - TWO_YEARS_IN_SECONDS}
+        file = self.server.files / f"{identifier}.json"
+        connection = http.client.HTTPConnection("127.0.0.1", self.server.port, timeout=PATIENCE_SECONDS)
+        connection.request("PUT", f"/quillo/v1/{file.name}", json.dumps(content).encode())
+        self.assertEqual(connection.getresponse().status, 201)
+        connection.close()
+        self.assertTrue(file.exists())
+        answer = self.computers[0]("sync", "forget", identifier)
+        self.assertEqual((answer.code, answer.errors), (0, ""))
+        self.assertFalse(file.exists())
+        self.assertIn("left behind", self.computers[0]("restore").lines[0])
+        self.assertEqual(len(self.server.stamps()), len(self.computers))
 
 
 SERVERS = {"lighttpd": Lighttpd, "apache": Apache, "rclone": Rclone}
