@@ -144,8 +144,11 @@ Outcome Session::reachPlace() {
         if (Outcome drained = services_.todoStore().drain(); !drained)
             return drained;
     }
-    cloud_.holdBack(false); // Nothing has been changed.
-    return success();
+    // Nothing has been changed; but by what name this computer leaves its list may be new.
+    const Outcome kept = preferences_->flush();
+    if (kept)
+        cloud_.holdBack(false);
+    return kept;
 }
 
 /// What came meanwhile is taken over, too.

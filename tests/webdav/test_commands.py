@@ -6,9 +6,11 @@ import time
 import unittest
 
 from dav_server import DavServer
+from desktop_program import wait_until
 from quillo_command import CommandTest, stored_task
 
 PLACE = "Quillo.linux.sync.place"
+DEVICE = "Quillo.linux.sync.device"
 SLOW_SECONDS = 10
 # Far longer than a command takes on a busy machine, far shorter than the slow server.
 AT_ONCE_SECONDS = 3
@@ -105,6 +107,18 @@ class WebDavTest(CommandTest):
                 self.assert_refused(answer, 1)
                 self.assertIn(complaint, answer.errors)
                 self.assertTrue(self.is_there(part, old))
+
+    def test_know_their_name_before_anything_is_sent(self):
+        self.done("add", "task")
+        self.use("stored-late")
+        self.assertNotIn(DEVICE, self.quillo.preferences())
+        files = self.server.place("stored-late").files
+        command = self.quillo.start("sync", "now")
+        wait_until(lambda: files, "the list is sent")
+        command.kill()
+        command.communicate()
+        (file,) = files
+        self.assertEqual(self.quillo.preferences()[DEVICE][1].split()[0], file.rpartition("/")[2].removesuffix(".json"))
 
 
 if __name__ == "__main__":
