@@ -13,11 +13,11 @@ import threading
 import time
 import unittest
 
+from dav_server import DavServer, basic
 from desktop_program import PATIENCE_SECONDS, wait_until
 from keyring import Keyring
 from quillo_command import Answer, decoded
 from session import ResidentTest
-from small_dav_server import DavServer
 
 USER = "me"
 PASSWORD = "korrekt-Pferd-Bätterie"
@@ -27,15 +27,15 @@ WRONG = "falsch-Esel-Glühbirne"
 class PasswordTest(ResidentTest):
     def setUp(self):
         super().setUp()
-        self.server = self.make_server(USER, PASSWORD)
+        self.server = DavServer(password=PASSWORD)
+        self.addCleanup(self.server.server_close)
+        self.addCleanup(self.server.shutdown)
+        self.url = self.server.address("password")
         self.quillo.environment["DBUS_SESSION_BUS_ADDRESS"] = self.bus.address
 
-    def make_server(self, user=None, password=None):
-        root = self.folder / f"server of {user}"
-        root.mkdir()
-        server = DavServer(root, user, password)
-        self.addCleanup(server.stop)
-        return server
+    def told(self):
+        """What the server has heard of who asks."""
+        return {event["authorization"] for event in self.server.events if "method" in event}
 
     def make_keyring(self):
         keyring = Keyring(self.bus, self.folder / "keyring")
@@ -43,7 +43,7 @@ class PasswordTest(ResidentTest):
         return keyring
 
     def use(self, password=PASSWORD, *options):
-        words = ("sync", "use", "webdav", self.server.url, "--user", USER, "--password-stdin", *options)
+        words = ("sync", "use", "webdav", self.url, "--user", USER, "--password-stdin", *options)
         return self.quillo(*words, text=password.encode() + b"\n")
 
     def status(self):
@@ -78,12 +78,12 @@ class PasswordTest(ResidentTest):
 class Typed(PasswordTest):
     def setUp(self):
         super().setUp()
-        self.words = ("sync", "use", "webdav", self.server.url, "--user", USER)
+        self.words = ("sync", "use", "webdav", self.url, "--user", USER)
 
     def test_on_a_terminal_it_is_asked_for_and_not_shown(self):
         answer, shown = self.on_keyboard(*self.words, typed=PASSWORD)
-        self.assertEqual((answer.code, answer.errors), (0, f"Password for {USER} at {self.server.url}: "))
-        self.assertEqual(answer.lines[0], f"webdav {self.server.url} {USER}")
+        self.assertEqual((answer.code, answer.errors), (0, f"Password for {USER} at {self.url}: "))
+        self.assertEqual(answer.lines[0], f"webdav {self.url} {USER}")
         self.assertEqual(shown.strip(), "")
         self.assertNotIn(PASSWORD, answer.output)
 
@@ -114,14 +114,14 @@ class Typed(PasswordTest):
         self.assert_refused(self.quillo(*self.words, "--password-stdin"), 1)
 
     def test_without_a_user_nobody_is_asked_and_nothing_is_told(self):
-        server = self.make_server()
-        self.assertEqual(self.done("sync", "use", "webdav", server.url + "/").lines, [f"webdav {server.url}"])
+        url = self.server.address("good")
+        self.assertEqual(self.done("sync", "use", "webdav", url + "/").lines, [f"webdav {url}"])
         self.done("add", "task")
         self.done("sync", "now")
-        self.assertEqual({sent for _, _, sent in server.requests}, {None})
+        self.assertEqual(self.told(), {""})
         status = self.status()
         self.assertEqual((status["place"], status["url"], status["user"], status["passwordKept"]),
-                         ("webdav", server.url, None, None))
+                         ("webdav", url, None, None))
 
 
 class WithAKeyring(PasswordTest):
@@ -130,13 +130,13 @@ class WithAKeyring(PasswordTest):
         self.keyring = self.make_keyring()
 
     def test_commands_find_it_there(self):
-        self.assertEqual(self.use().lines, [f"webdav {self.server.url} {USER}", "password        in the keyring"])
+        self.assertEqual(self.use().lines, [f"webdav {self.url} {USER}", "password        in the keyring"])
         self.done("add", "task")
         self.done("sync", "now")
         status = self.status()
         self.assertEqual((status["place"], status["url"], status["user"], status["passwordKept"]),
-                         ("webdav", self.server.url, USER, True))
-        self.assertEqual(self.lines()[:3], [f"place           webdav {self.server.url}", f"user            {USER}",
+                         ("webdav", self.url, USER, True))
+        self.assertEqual(self.lines()[:3], [f"place           webdav {self.url}", f"user            {USER}",
                                             "password        in the keyring"])
         self.done("sync", "off")
         self.assertEqual(self.keyring.items(), [])
@@ -145,12 +145,12 @@ class WithAKeyring(PasswordTest):
         program = self.start()
         self.assertEqual(self.use().code, 0)
         self.assert_ends_well(program)
-        self.server.requests.clear()
+        self.server.events.clear()
         program = self.start()
-        wait_until(lambda: self.server.requests, "it asks the server")
+        wait_until(lambda: self.server.events, "it asks the server")
         self.done("add", "task")
         self.done("sync", "now")
-        self.assertEqual({sent for _, _, sent in self.server.requests}, {(USER, PASSWORD)})
+        self.assertEqual(self.told(), {basic(USER, PASSWORD)})
         self.done("sync", "off")
         self.assertEqual(self.keyring.items(), [])
         self.assert_ends_well(program)
@@ -194,7 +194,7 @@ class WithoutAKeyring(PasswordTest):
         wait_until(lambda: self.status()["problem"], "the problem is told")
         self.assertEqual(
             self.status()["problem"],
-            f"the password for {USER} at {self.server.url} is not known: give it in the settings, or to quillo sync now",
+            f"the password for {USER} at {self.url} is not known: give it in the settings, or to quillo sync now",
         )
         self.assert_refused(self.quillo("sync", "now"), 1)
         self.done("sync", "now", "--password-stdin", text=PASSWORD.encode())
@@ -251,10 +251,9 @@ class Leaks(PasswordTest):
             said.extend([answer.output, answer.errors])
             return answer
 
-        url = self.server.url
         for running in False, True:
             program = self.start() if running else None
-            use = ("sync", "use", "webdav", url, "--user", USER, "--password-stdin")
+            use = ("sync", "use", "webdav", self.url, "--user", USER, "--password-stdin")
             self.assertEqual(run(*use, text=WRONG.encode()).code, 1)
             self.assertEqual(run(*use, text=PASSWORD.encode() + b"\n").code, 0)
             run("add", "task")
@@ -280,6 +279,8 @@ class Leaks(PasswordTest):
         for file in self.folder.rglob("*"):
             if file.is_file():
                 self.assertFalse(self.has_trace(file.read_bytes()), file)
+        for file, (content, _) in list(self.server.place("password").files.items()):
+            self.assertFalse(self.has_trace(content), file)
 
     def assert_no_leaks(self):
         said = self.go_all_ways()
