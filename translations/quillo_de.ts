@@ -466,6 +466,14 @@ Mit Sorgfalt gemacht für alle, die in der Statusleiste zu Hause sind.</translat
         <source>WEBSITE_URL</source>
         <translation>WEBSITE_URL</translation>
     </message>
+    <message>
+        <source>The password for %1 at %2 is not known. Give it in the settings, and your list is in step again.</source>
+        <translation>Das Passwort für %1 bei %2 ist nicht bekannt. Gib es in den Einstellungen ein, dann wird wieder abgeglichen.</translation>
+    </message>
+    <message>
+        <source>Sync needs your password</source>
+        <translation>Der Abgleich braucht dein Passwort</translation>
+    </message>
 </context>
 <context>
     <name>ReleaseNotes</name>

@@ -34,6 +34,16 @@ std::string moreRemindersText(std::size_t count) {
     return text.toStdString();
 }
 
+NotificationContent wantedPassword(const WebDavFolder& place) {
+    const QString body = QCoreApplication::translate(
+        "Quillo",
+        "The password for %1 at %2 is not known. Give it in the settings, and your list is in step again.");
+    return {.title = QCoreApplication::translate("Quillo", "Sync needs your password").toStdString(),
+            .body =
+                body.arg(QString::fromStdString(place.user), QString::fromStdString(place.url)).toStdString(),
+            .sound = false};
+}
+
 } // namespace
 
 Result<std::unique_ptr<AppServices>> AppServices::open(const std::filesystem::path& folder,
@@ -82,7 +92,19 @@ AppServices::AppServices(const std::filesystem::path& folder, PreferencesLock lo
                                                              timer_, desktopNotifications_,
                                                              moreRemindersText});
       })),
-      zoneWatched_(timeZoneWatch_.changed.connect([this] { followTimeZone(); })) {}
+      zoneWatched_(timeZoneWatch_.changed.connect([this] { followTimeZone(); })),
+      exchanged_(cloud_.exchanged.connect([this] { askForPassword(); })) {}
+
+/// Where no keyring keeps it, it has to be given at each start.
+void AppServices::askForPassword() {
+    const SyncPlace place = chosenSyncPlace(*preferences_);
+    const auto* const server = std::get_if<WebDavFolder>(&place);
+    if (askedForPassword_ || server == nullptr ||
+        cloud_.status().problem != passwordIsWanted(*server).message)
+        return;
+    askedForPassword_ = true;
+    desktopNotifications_.show("Quillo.sync.password", wantedPassword(*server), [](bool) {});
+}
 
 void AppServices::serve(const control::Request& request, const ControlServer::Reply& reply) {
     if (std::holds_alternative<control::Quit>(request.command)) {

@@ -84,6 +84,7 @@ private:
     AppServices(const std::filesystem::path& folder, PreferencesLock lock,
                 std::unique_ptr<SqlitePreferences> preferences, unicode::CivilCalendar calendar);
 
+    void askForPassword();
     control::Answer show(const control::Show& what) const;
     control::Answer use(const control::UseModel& what);
     void serve(const control::Request& request, const ControlServer::Reply& reply);
@@ -114,6 +115,8 @@ private:
     std::unique_ptr<ControlServer> server_;
     Connection aligned_;
     Connection zoneWatched_;
+    bool askedForPassword_ = false;
+    Connection exchanged_;
     std::vector<Connection> idle_;
     QTimer giveUp_;
 };

@@ -3,7 +3,7 @@
 import time
 import unittest
 
-from dav_server import DavServer
+from dav_server import PASSWORD, USER, DavServer
 from desktop_program import wait_until
 from process_costs import context_switches
 from session import ResidentTest
@@ -55,6 +55,22 @@ class WebDavTest(ResidentTest):
         before = context_switches(program.process.pid), len(self.server.events)
         time.sleep(IDLE_SECONDS)
         self.assertEqual((context_switches(program.process.pid), len(self.server.events)), before)
+
+    def test_a_password_that_nobody_keeps_is_asked_for_once_a_start(self):
+        notifications = self.make_stand_in("body")
+        address = self.server.address("password")
+        self.server.place("password").folders |= {"quillo", "quillo/v1"}
+        self.left.put(PLACE, "string", f"webdav {address} {USER}")
+        self.start(self.left)
+        wait_until(lambda: notifications.received(), "the password is asked for")
+        self.left("sync", "now")
+        (told,) = notifications.received()
+        self.assertEqual(told["title"], "Sync needs your password")
+        self.assertIn(address, told["body"])
+        answer = self.left("sync", "now", "--password-stdin", text=f"{PASSWORD}\n".encode())
+        self.assertEqual((answer.code, answer.errors), (0, ""))
+        wait_until(lambda: self.left("sync", "status", "--json").json["problem"] is None, "it is in step")
+        self.assertEqual(len(notifications.received()), 1)
 
     def test_a_slow_server_makes_nothing_slower(self):
         self.use(self.left, "slow")
