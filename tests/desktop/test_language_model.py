@@ -183,7 +183,9 @@ class Embedded(DesktopTest):
         program.open_quick_add()
         self.input.type(TEXT + "\n")
         self.eventually(self.quillo.titles, ["call mom", "call mom"])
-        popover = program.open_popover()
+        # It may still be there, where the panel has come and gone fast.
+        self.done("open")
+        popover = program.popover()
         self.eventually(lambda: len(popover.rows()), 2)
         for row in popover.rows():
             self.assertRegex(row, r"\Acall mom, Due \w{3} \d+, \d{4} at 9:00 PM\Z")

@@ -234,6 +234,7 @@ class TwoComputers(SyncTest):
         self.assertEqual(self.other.titles(), ["Call mom 2", "Call mom 1", "Call mom 0"])
 
         # And back: ticked off there, done here.
+        there.picture()  # The rows have come to rest.
         self.other_desktop.input.click(there.checkbox("Call mom 1").centre)
         wait_until(lambda: "Call mom 1" not in here.rows(), "it is done here", WAIT_SECONDS)
 
