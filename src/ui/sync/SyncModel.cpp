@@ -33,12 +33,14 @@ std::optional<std::string> typed(const QString& password) {
 
 } // namespace
 
-SyncModel::SyncModel(const SyncModelDependencies& dependencies) : with_(dependencies) {
+SyncModel::SyncModel(const SyncModelDependencies& dependencies)
+    : with_(dependencies), format_(with_.calendar.zone(), with_.calendar.locale()) {
     connections_.push_back(with_.cloud.exchanged.connect([this] { Q_EMIT changed(); }));
 }
 
 void SyncModel::refresh() {
     dismiss();
+    format_ = unicode::DateFormat(with_.calendar.zone(), with_.calendar.locale());
     Q_EMIT changed();
     with_.store.listEarlier(scope_.guard([this](const std::vector<UtcMilliseconds>& times) {
         earlierLists_.clear();
@@ -187,8 +189,7 @@ void SyncModel::endWith(const Outcome& outcome, const QString& success) {
 }
 
 QString SyncModel::forPeople(Instant instant) const {
-    const unicode::DateFormat format(with_.calendar.zone(), with_.calendar.locale());
-    return QString::fromStdString(format.dateAndTime(instant));
+    return QString::fromStdString(format_.dateAndTime(instant));
 }
 
 } // namespace quillo

@@ -147,6 +147,7 @@ private:
     std::optional<Kind> chosen() const;
 
     const SyncModelDependencies with_;
+    unicode::DateFormat format_; ///< of where the user is; renewed with each showing
     QStringList earlierLists_;
     control::UseSync wanted_; ///< what the user is asked about
     std::optional<BothHaveTasks> both_;
