@@ -18,12 +18,16 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 # Where headers are most of what a compiler reads, as Qt's and the test library's are, several files are compiled at a
-# time; not where a program takes only some of a module's files, and not for clang-tidy, which is to see each as it is.
+# time; not where a program takes only some of a module's files, unless it is only for tests, and not for clang-tidy,
+# which is to see each as it is.
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 if(QUILLO_CLANG_TIDY)
   set(QUILLO_UNITY OFF)
 else()
   set(QUILLO_UNITY ON)
+endif()
+if(QUILLO_SANITIZE)
+  set(CMAKE_UNITY_BUILD ON)
 endif()
 
 find_program(QUILLO_CCACHE ccache)

@@ -1,6 +1,7 @@
 #include "entry/SyncCommands.h"
 
 #include "base/Log.h"
+#include "entry/Identifiers.h"
 #include "sync/SyncPlace.h"
 #include "sync/SyncStatus.h"
 #include "sync/ThisDevice.h"
@@ -18,8 +19,6 @@ namespace quillo {
 namespace {
 
 using control::Answer;
-
-constexpr std::size_t shortestPrefix = 8;
 
 Answer done() {
     return std::vector<control::NumberedItem>{};

@@ -1,5 +1,6 @@
 #include "entry/TaskCommands.h"
 
+#include "entry/Identifiers.h"
 #include "unicode/Text.h"
 
 #include <charconv>
@@ -15,8 +16,6 @@ namespace {
 
 using control::Answer;
 using control::NumberedItem;
-
-constexpr std::size_t shortestPrefix = 8;
 
 /// Upper-case hexadecimal digits without hyphens; absent where the text holds anything else.
 std::optional<std::string> hexDigits(std::string_view text) {

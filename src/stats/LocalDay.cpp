@@ -51,7 +51,7 @@ std::optional<Day> parseDayKey(std::string_view key) {
     unsigned m = 0, d = 0;
     if (std::sscanf(std::string(key).c_str(), "%4d-%2u-%2u", &y, &m, &d) != 3)
         return std::nullopt;
-    const year_month_day date = year{y} / month{m} / day{d};
+    const year_month_day date = std::chrono::year{y} / std::chrono::month{m} / std::chrono::day{d};
     // Whatever is written in another way does not come out again as it went in.
     if (!date.ok() || dayKey(Day{date}) != key)
         return std::nullopt;

@@ -23,7 +23,7 @@ constexpr const char* fileName = "sync-status.json";
 constexpr double longestSilence = 365.0 * 24 * 60 * 60; // seconds
 constexpr std::size_t largestFile = std::size_t{1} << 20;
 
-void writeText(rapidjson::Writer<rapidjson::StringBuffer>& writer, const char* key, const std::string& text) {
+void addText(rapidjson::Writer<rapidjson::StringBuffer>& writer, const char* key, const std::string& text) {
     writer.Key(key);
     writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
 }
@@ -60,14 +60,14 @@ std::string encodeSyncStatus(const SyncStatus& status) {
         writer.Double(status.lastInStep->secondsSince2001);
     }
     if (status.problem)
-        writeText(writer, "problem", *status.problem);
+        addText(writer, "problem", *status.problem);
     writer.Key("devices");
     writer.StartArray();
     for (const auto& [device, stamp] : status.devices) {
         writer.StartObject();
-        writeText(writer, "device", device.id.toString());
-        writeText(writer, "name", device.name);
-        writeText(writer, "app", device.app);
+        addText(writer, "device", device.id.toString());
+        addText(writer, "name", device.name);
+        addText(writer, "app", device.app);
         writer.Key("stamp");
         writer.Double(stamp);
         writer.EndObject();
