@@ -94,7 +94,9 @@ void Popover::place(const std::optional<ScreenPoint>& anchor) {
     // What surrounds the popover is its shadow, which may lie under panels and beyond edges.
     const int shadow = window_->property("shadowWidth").toInt();
     const QSize size = window_->size() - QSize(2 * shadow, 2 * shadow);
-    if (const auto corner = popoverPosition(spot, QCursor::pos(), size, screens))
+    // Asking for the pointer waits for the X server.
+    const QPoint pointer = spot ? *spot : QCursor::pos();
+    if (const auto corner = popoverPosition(spot, pointer, size, screens))
         window_->setPosition(*corner - QPoint(shadow, shadow));
 }
 

@@ -225,6 +225,7 @@ class Menu(ItemTest):
         super().setUp()
         self.program.tell(do="menu", lines=MENU)
         self.program.next("menu asked for")
+        self.layout()  # Answered after the menu has been announced.
 
     def layout(self, parent=0, depth=-1, names=()):
         return self.menu("GetLayout", "(iias)", parent, depth, names)
