@@ -10,7 +10,7 @@ from tokens import FLAG_COUNT, features, tokenize
 KIND_INDEX = {kind: i for i, kind in enumerate(KINDS)}
 AMOUNT_INDEX = {amount: i for i, amount in enumerate(AMOUNTS)}
 IGNORED = -100
-COUNTED = ("IN_", "WEEKS_FROM_TOMORROW", "NTH_")
+COUNTED = ("IN_", "WEEKS_FROM_TOMORROW", "WEEK_AFTER_", "DAY_BEFORE_THANKSGIVING", "DAY_AFTER_THANKSGIVING", "NTH_")
 DATED = {"SPECIFIC_DATE", "NEXT_MONTH_DAY", "THIS_MONTH_DAY"}
 
 

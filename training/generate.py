@@ -14,6 +14,7 @@ from negatives import Negatives
 from phrases import Meaning, Phrases
 from titles import Titles
 from tokens import tokenize
+from written import Written
 import titles
 
 ROLES = "KSNHMTDIABY"  # keep, strip, amount, hour, minute, hour and minute, day, month number, first and second of a/b, year
@@ -57,6 +58,7 @@ class Generator:
         self.r = random.Random(seed)
         self.phrases = Phrases(self.r)
         self.titles = Titles(self.r)
+        self.written = Written(self.r)
         self.negatives = Negatives(self.r, self.titles, real)
 
     def slip(self, word):
@@ -120,16 +122,31 @@ class Generator:
 
     def positive(self):
         r = self.r
+        if r.random() < 0.045:
+            day, time, meaning = self.phrases.apart()
+            first, last = (day, time) if r.random() < 0.7 else (time, day)
+            title = re.sub(r"[{}|<>]", "", self.written.undated() if r.random() < 0.2 else self.titles.title())
+            return self.labelled(self.cased(f"<{first}> {title} <{last}>"), meaning)
         phrase = self.phrases.phrase()
         marked = self.with_slips(phrase.text, r.choice([0, 0, 0, 0, 0.1, 0.25]))
+        if r.random() < 0.3:
+            before, when, after = self.written.place()
+            if re.search(r"\d/\d", when) and r.random() < 0.7:
+                phrase = self.phrases.numeric_date()
+                marked = phrase.text
+            return self.labelled(self.cased(self.written.filled(before, marked, after)), phrase.meaning)
         if r.random() < 0.03:
             title = ""
+        elif r.random() < 0.1:
+            title = self.written.undated()
         else:
             title = self.titles.trap() if r.random() < 0.16 else self.titles.title()
             if r.random() < 0.12:
                 title = self.with_slips(title, 0.12)
         if re.search(r"[{}|<>]", title):
             title = re.sub(r"[{}|<>]", "", title)
+        if title and r.random() < 0.02:
+            title += r.choice([" 🌹", " 🎂", " 🚗", " ❗", " 😀", " 📦"])
         # The phrase in angle brackets, the title as it is.
         inner = f"<{marked}>"
         place = r.random()

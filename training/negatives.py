@@ -2,12 +2,14 @@
 
 import re
 
+from written import Written
 from titles import DO, PEOPLE, PLACES, TRAPS, TRAP_TASKS, VERBS
 
 
 class Negatives:
     def __init__(self, rng, titles, real):
         self.r, self.titles, self.real = rng, titles, real
+        self.written = Written(rng)
 
     def made(self):
         r, t = self.r, self.titles
@@ -163,6 +165,9 @@ class Negatives:
         return re.sub(" +", " ", text).strip()
 
     def text(self):
+        if self.r.random() < 0.28:
+            text = self.written.undated()
+            return text if self.r.random() < 0.92 else text + ", " + self.titles.aside()
         if self.r.random() >= 0.42:
             return self.made()
         line = self.r.choice(self.real)

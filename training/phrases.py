@@ -223,6 +223,9 @@ class Phrases:
             "2moro",
             "2morrow",
             "2mrw",
+            "2moz",
+            "2mro",
+            "tmorrow",
             "tomorow",
             "tommorow",
             "tommorrow",
@@ -413,6 +416,7 @@ class Phrases:
         if self.chance(0.62):
             minute, word = self.pick(
                 (30, "half past"),
+                (15, "qtr past"),
                 (30, "half past"),
                 (30, "half"),
                 (15, "quarter past"),
@@ -430,6 +434,7 @@ class Phrases:
             return f"{word} {number}{tail}", fixed(h), minute
         minute, word = self.pick(
             (45, "quarter to"),
+            (45, "qtr to"),
             (45, "quarter to"),
             (45, "a quarter to"),
             (50, "ten to"),
@@ -469,7 +474,7 @@ class Phrases:
         ed = self.pick(f"{e12}", f"{e12}", f"{e12}:30", f"{e12}:00", f"{e12}")
         dash = self.pick("-", "-", " - ", "–", " to ", " till ", " until ", "to")
         mer = lambda is_pm: self.meridiem(is_pm)
-        form = self.r.randrange(5)
+        form = self.pick(0, 1, 2, 2, 3, 4)
         if form == 0:
             text = f"{hd}{mer(pm)}{dash}{ed}{mer(end_pm)}"
         elif form == 1:
@@ -485,14 +490,14 @@ class Phrases:
             if self.chance(0.5):
                 start = self.bare_hour(h)
                 text = (
-                    self.pick("between", "between", "btw", "btwn", "bet")
+                    self.pick("between", "between", "btw", "btwn", "bet", "betw", "b/w")
                     + f" {hd} "
                     + self.pick("and", "and", "&", "n")
                     + f" {ed}"
                 )
             else:
                 text = (
-                    self.pick("between", "between", "btw", "btwn", "bet")
+                    self.pick("between", "between", "btw", "btwn", "bet", "betw", "b/w")
                     + f" {hd}{mer(pm)} "
                     + self.pick("and", "and", "&")
                     + f" {ed}{mer(end_pm)}"
@@ -570,6 +575,7 @@ class Phrases:
                             "in the pm",
                             "this aft",
                             "this arvo",
+                            "arv",
                             "aftn",
                             "afternon",
                         ),
@@ -614,6 +620,10 @@ class Phrases:
                             "close of business",
                             "before end of day",
                             "EOD",
+                            "e.o.d.",
+                            "c.o.b.",
+                            "by c.o.b.",
+                            "eo day",
                             "by EOD",
                             "COB",
                             "before cob",
@@ -722,7 +732,7 @@ class Phrases:
 
     def time(self, beside_day):
         """A time of day: (text, hour, minute)."""
-        kind = self.weighted([(60, "clock"), (12, "range"), (26, "fixed"), (9, "part and clock")])
+        kind = self.weighted([(60, "clock"), (14, "range"), (30, "fixed"), (14, "part and clock")])
         if kind == "fixed":
             text, hour = self.fixed_time()
             return text, hour, 0
@@ -738,9 +748,16 @@ class Phrases:
         if kind == "part and clock":
             part, words = self.pick(
                 ("am", ["in the morning", "morning", "in the am", "this morning"]),
-                ("pm", ["in the afternoon", "this afternoon", "afternoon"]),
-                ("evening", ["in the evening", "evening", "this evening"]),
-                ("night", ["at night", "night"]),
+                ("am", ["morn", "mornin", "a.m.", "bright n early", "bright and early", "before work", "b4 work"]),
+                (
+                    "pm",
+                    ["in the afternoon", "this afternoon", "afternoon", "aft", "arvo", "after lunch", "after school"],
+                ),
+                (
+                    "evening",
+                    ["in the evening", "evening", "this evening", "eve", "after work", "for dinner", "at dinner"],
+                ),
+                ("night", ["at night", "night", "nite", "nite", "nt", "nite", "bedtime", "at bedtime"]),
             )
             text, hour, minute = self.clock(part)
             word = self.r.choice(words)
@@ -872,6 +889,19 @@ class Phrases:
                 (90, "1.5 hrs"),
                 (75, "an hour and a quarter"),
                 (150, "2 1/2 hrs"),
+                (150, "2 1/2 hours"),
+                (210, "3 1/2 hours"),
+                (210, "3 and a half hrs"),
+                (210, "three and a half hours"),
+                (150, "2 and a half hrs"),
+                (90, "an hr n a half"),
+                (90, "an hour n a half"),
+                (30, "half an hr"),
+                (15, "fifteen mins"),
+                (30, "thirty minutes"),
+                (45, "forty five min"),
+                (90, "ninety mins"),
+                (90, "ninety minutes"),
             )
             meaning = Meaning("IN_MINUTES", amount=amount)
         elif special < 0.2:
@@ -980,6 +1010,11 @@ class Phrases:
 
     def from_tomorrow(self):
         tomorrow = self.tomorrow()
+        if self.chance(0.15):
+            amount, text = self.pick(
+                (1, "a week "), (1, "a wk "), (2, "a fortnight "), (2, "fortnight "), (2, "2 weeks ")
+            )
+            return Phrase(text + self.pick("", "from ") + tomorrow, Meaning("WEEKS_FROM_TOMORROW", amount=amount))
         if self.chance(0.7):
             number, amount, digits = self.count(3, 9)
             word = self.unit("weeks", amount != 1)
@@ -1121,20 +1156,28 @@ class Phrases:
                 ]
             )
             return Phrase(text, Meaning("NEXT_WEEK_" + WEEKDAYS[day].upper()))
+        kind = "WEEK_AFTER_" + WEEKDAYS[day].upper()
+        joint = self.pick(" from ", " from ", " from ", " frm ", " on ", " after ", " from this ")
+        if self.chance(0.4):
+            number, amount, digits = self.count(3, 7)
+            text = number + self.unit("weeks", amount != 1) + joint + name
+            return Phrase(text, Meaning(kind, amount=None if digits else amount))
+        if self.chance(0.25):  # The second one is a week after the first.
+            which = self.r.randrange(2, 6)
+            number = self.pick(NUMBERS[which], str(which))
+            text = f"{number} {name.rstrip('.')}s from {self.pick('now', 'now', 'today')}"
+            return Phrase(text, Meaning(kind, amount=which - 1))
+        if self.chance(0.3):
+            fortnight = self.pick("a fortnight", "fortnight", "a fortnite", "fortnite")
+            text = self.pick(fortnight + joint + name, f"{name} fortnight")
+            return Phrase(text, Meaning(kind, amount=2))
         return Phrase(
             self.pick(
-                f"a week from {name}",
-                f"a week on {name}",
                 f"{name} week",
-                f"1 week from {name}",
-                f"one week from {name}",
-                f"a wk from {name}",
-                f"a week after {name}",
-                f"week from {name}",
-                f"a week from this {name}",
-                f"a week from {name}",
+                f"{name} wk",
+                self.pick("a week", "1 week", "one week", "a wk", "week", "wk", "1 wk") + joint + name,
             ),
-            Meaning("WEEK_AFTER_" + WEEKDAYS[day].upper()),
+            Meaning(kind, amount=1),
         )
 
     def weekend(self):
@@ -1156,7 +1199,9 @@ class Phrases:
             return Phrase(
                 self.pick("", "", "by ", "over ", "on ", "for ", "before ", "sometime ")
                 + self.pick("next ", "nxt ", "nex ", "next ", "the following ")
-                + word,
+                + word
+                if self.chance(0.85)
+                else self.pick("the ", "") + word + self.pick(" after this one", " after this", " after"),
                 Meaning("NEXT_WEEKEND"),
             )
         return Phrase(
@@ -1299,6 +1344,7 @@ class Phrases:
                             self.pick(
                                 "early ",
                                 "early ",
+                                "earlyish ",
                                 "erly ",
                                 "earlier ",
                                 "early on ",
@@ -1337,7 +1383,7 @@ class Phrases:
                             + next_week,
                         ),
                         (4, part("middle of ", "midde of ", "mid of ") + next_week),
-                        (2, next_week + self.pick(" midweek", " mid week", ", midweek")),
+                        (2, next_week + self.pick(" midweek", " mid week", ", midweek", " mid")),
                     ]
                 ),
                 Meaning("NEXT_WEEK_WEDNESDAY"),
@@ -1345,14 +1391,32 @@ class Phrases:
         if form == "late next":
             return Phrase(
                 self.pick(
-                    "late ", "later ", "late ", "latter part of ", "later on ", "by late ", "late in ", "later in "
+                    "late ",
+                    "later ",
+                    "late ",
+                    "latter part of ",
+                    "later on ",
+                    "by late ",
+                    "late in ",
+                    "later in ",
+                    "l8 ",
                 )
                 + next_week,
                 Meaning("NEXT_WEEK_FRIDAY"),
             )
         if form == "end next":
             return Phrase(
-                part("end of ", "end of ", "end ", "close of ", "en dof ", "end f ", "last day of ", "back end of ")
+                part(
+                    "end of ",
+                    "end of ",
+                    "end ",
+                    "close of ",
+                    "en dof ",
+                    "end f ",
+                    "last day of ",
+                    "back end of ",
+                    "tail end of ",
+                )
                 + next_week,
                 Meaning("NEXT_WEEK_FRIDAY"),
             )
@@ -1392,6 +1456,8 @@ class Phrases:
             return Phrase(
                 self.pick(
                     "midweek",
+                    "midwk",
+                    "mid wk",
                     "mid week",
                     "mid-week",
                     "mid this week",
@@ -1633,7 +1699,7 @@ class Phrases:
 
     def day_number(self, day, article=None):
         """A day of a month: (text, day if it stands in words)."""
-        form = self.weighted([(50, "ordinal"), (28, "digits"), (14, "word")])
+        form = self.weighted([(50, "ordinal"), (28, "digits"), (17, "word")])
         the = "the " if (self.chance(0.35) if article is None else article) else ""
         if form == "ordinal":
             zero = "0" if day < 10 and self.chance(0.02) else ""
@@ -1717,11 +1783,20 @@ class Phrases:
             "deadline ",
             "latest ",
             "on or before ",
+            "not later than ",
+            "wk of ",
+            "week of ",
         )
         date += self.stress()
-        if self.chance(0.08):
+        if self.chance(0.12):
             weekday = self.weekday()[1]
-            date = self.pick(f"{weekday} {date}", f"{weekday}, {date}", f"{date} ({weekday})", f"{date}, {weekday}")
+            date = self.pick(
+                f"{weekday} {date}",
+                f"{weekday} {date}",
+                f"{weekday}, {date}",
+                f"{date} ({weekday})",
+                f"{date}, {weekday}",
+            )
         return Phrase(prefix + date, Meaning("SPECIFIC_DATE", month=month, day=word))
 
     def numeric_date(self):
@@ -1750,6 +1825,8 @@ class Phrases:
             "deadline ",
             "due: ",
             "on or before ",
+            "wk of ",
+            "week of ",
         )
         form = self.weighted(
             [(50, "slash"), (16, "slash year"), (10, "iso"), (9, "dotted"), (5, "dash"), (4, "iso slash")]
@@ -1773,9 +1850,11 @@ class Phrases:
             last = min(day + self.r.randrange(1, 8), MONTH_LENGTHS[month - 1])
             date += self.pick("-", " - ", " to ", "–") + f"{two(month)}/{two(last)}"
         date += self.stress()
-        if self.chance(0.07):
+        if self.chance(0.11):
             weekday = self.weekday()[1]
-            date = self.pick(f"{weekday} {date}", f"{weekday}, {date}", f"{date} ({weekday})")
+            if self.chance(0.2):
+                weekday = self.pick("m", "tu", "w", "th", "f", "sa", "su", "M", "Tu", "W", "Th", "F")
+            date = self.pick(f"{weekday} {date}", f"{weekday} {date}", f"{weekday}, {date}", f"{date} ({weekday})")
         # Before a thing a fraction would be written so, but few fractions are.
         return Phrase(prefix + date, Meaning("NUMERIC_DATE"), is_name=prefix == "" and self.chance(0.45))
 
@@ -1854,7 +1933,15 @@ class Phrases:
             return Phrase(
                 self.pick("", "by ", "by the ", "the ", "at the ", "around the ", "before the ")
                 + self.pick(
-                    "start of ", "beginning of ", "begin of ", "first day of ", "begining of ", "beginning ", "start "
+                    "start of ",
+                    "beginning of ",
+                    "begin of ",
+                    "first day of ",
+                    "first of ",
+                    "first of ",
+                    "begining of ",
+                    "beginning ",
+                    "start ",
                 )
                 + name,
                 Meaning("SPECIFIC_DATE", month=month, day=1),
@@ -1924,6 +2011,8 @@ class Phrases:
             "turkey day",
             "thanksgiving",
         )
+        before = self.pick("before ", "before ", "b4 ", "bfr ")
+        until_christmas = self.r.randrange(2, 15)
         fixed = [
             (12, christmas, 12, 25),
             (8, self.pick("christmas eve", "xmas eve", "chrismas eve", "Christmas Eve", "x-mas eve"), 12, 24),
@@ -1998,6 +2087,10 @@ class Phrases:
                     "saint patrick's day",
                     "st paddys day",
                     "st paddy's day",
+                    "st pats day",
+                    "st pats",
+                    "st paddys",
+                    "st patty's day",
                 ),
                 3,
                 17,
@@ -2016,6 +2109,24 @@ class Phrases:
             (2, self.pick("juneteenth"), 6, 19),
             (1, "may day", 5, 1),
             (1, self.pick("guy fawkes", "bonfire night", "guy fawkes night"), 11, 5),
+            (
+                1,
+                self.pick("the day before ", "day before ", "day b4 ") + self.pick("4th of july", "the 4th of july"),
+                7,
+                3,
+            ),
+            (2, f"{until_christmas} days {before}{christmas}", 12, 25 - until_christmas),
+            (1, self.pick("ides of march", "the ides of march"), 3, 15),
+            (1.5, "the day after 4th of july", 7, 5),
+            (1, self.pick("day after halloween", "the day after halloween"), 11, 1),
+            (1, self.pick("day before halloween", "the day b4 halloween"), 10, 30),
+            (1, self.pick("day b4 st pats", "the day before st patricks day"), 3, 16),
+            (1, self.pick("day b4 valentines", "the day before valentine's day"), 2, 13),
+            (1, self.pick("day after valentines", "the day after valentine's day"), 2, 15),
+            (1, self.pick("the nite b4 ", "the night before ", "day b4 ") + christmas, 12, 24),
+            (1, self.pick("2 days b4 ", "two days b4 ") + christmas, 12, 23),
+            (1, self.pick("a wk b4 ", "a week b4 ", "1 wk before ") + christmas, 12, 18),
+            (1, self.pick("a month before ", "a month b4 ", "one month before ") + christmas, 11, 25),
             (1, self.pick("nikolaus", "st nicholas day"), 12, 6),
             (1, self.pick("three kings day", "epiphany"), 1, 6),
             (1, self.pick("all saints day", "all saints"), 11, 1),
@@ -2023,16 +2134,52 @@ class Phrases:
         ]
         other = [
             (11, thanksgiving, "THANKSGIVING"),
-            (4, self.pick("the day before ", "day before ") + thanksgiving, "DAY_BEFORE_THANKSGIVING"),
-            (2, thanksgiving + " eve", "DAY_BEFORE_THANKSGIVING"),
+            (4, self.pick("the day ", "day ") + before + thanksgiving, "DAY_BEFORE_THANKSGIVING", 1),
+            (2, thanksgiving + " eve", "DAY_BEFORE_THANKSGIVING", 1),
+            (
+                1,
+                self.pick("tues ", "the tuesday ", "tuesday ", "tue ") + before + thanksgiving,
+                "DAY_BEFORE_THANKSGIVING",
+                2,
+            ),
+            (1, self.pick("mon ", "the monday ", "monday ") + before + thanksgiving, "DAY_BEFORE_THANKSGIVING", 3),
+            (
+                1,
+                self.pick("wed ", "the wednesday ", "wednesday ") + before + thanksgiving,
+                "DAY_BEFORE_THANKSGIVING",
+                1,
+            ),
+            (
+                1.5,
+                self.pick("a week ", "a wk ", "1 week ", "the week ") + before + thanksgiving,
+                "DAY_BEFORE_THANKSGIVING",
+                7,
+            ),
+            (
+                1,
+                self.pick("2 weeks ", "two weeks ", "a couple weeks ") + before + thanksgiving,
+                "DAY_BEFORE_THANKSGIVING",
+                14,
+            ),
+            (
+                1.5,
+                self.pick("{2|N} days ", "{3|N} days ", "{4|N} days ") + before + thanksgiving,
+                "DAY_BEFORE_THANKSGIVING",
+                None,
+            ),
+            (1, self.pick("two days ", "a couple days ") + before + thanksgiving, "DAY_BEFORE_THANKSGIVING", 2),
+            (1, self.pick("a few days ", "three days ") + before + thanksgiving, "DAY_BEFORE_THANKSGIVING", 3),
             (
                 4,
-                self.pick("the day after ", "day after ", "the friday after ") + thanksgiving,
+                self.pick("the day after ", "day after ", "the friday after ", "fri after ") + thanksgiving,
                 "DAY_AFTER_THANKSGIVING",
+                1,
             ),
-            (2, self.pick("black friday", "blk friday", "black fri"), "DAY_AFTER_THANKSGIVING"),
+            (1, self.pick("sat after ", "the saturday after ") + thanksgiving, "DAY_AFTER_THANKSGIVING", 2),
+            (1, self.pick("a week after ", "the week after ") + thanksgiving, "DAY_AFTER_THANKSGIVING", 7),
+            (2, self.pick("black friday", "blk friday", "black fri"), "DAY_AFTER_THANKSGIVING", 1),
             (1, self.pick("cyber monday", "cyber mon"), "CYBER_MONDAY"),
-            (3, self.pick("labor day", "labor day"), "LABOR_DAY"),
+            (3, self.pick("labor day", "labor day", "labour day"), "LABOR_DAY"),
             (3, "memorial day", "MEMORIAL_DAY"),
             (2, self.pick("presidents day", "president's day", "presidents' day"), "PRESIDENTS_DAY"),
             (2, self.pick("mlk day", "martin luther king day", "MLK day"), "MLK_DAY"),
@@ -2041,10 +2188,10 @@ class Phrases:
             (3, self.pick("father's day", "fathers day"), "FATHERS_DAY"),
             (5, self.pick("easter", "easter sunday", "Easter"), "EASTER"),
             (2, "good friday", "GOOD_FRIDAY"),
-            (2, "easter monday", "EASTER_MONDAY"),
+            (2, self.pick("easter monday", "easter mon", "the day after easter"), "EASTER_MONDAY"),
         ]
         table = [(w, t, Meaning("SPECIFIC_DATE", month=m, day=d)) for w, t, m, d in fixed] + [
-            (w, t, Meaning(k)) for w, t, k in other
+            (w, t, Meaning(k, amount=amount[0] if amount else None)) for w, t, k, *amount in other
         ]
         _, text, meaning = self.r.choices(table, [w for w, _, _ in table])[0]
         prefix = self.pick(
@@ -2075,7 +2222,12 @@ class Phrases:
             "early on ",
             "by about ",
         )
-        if text.startswith(("a ", "the week", "few", "two", "3", "three", "2", "one", "1", "day ", "the day")):
+        if (
+            text.startswith(("a ", "the week", "few", "two", "3", "three", "2", "one", "1", "day ", "the day", "{"))
+            or " before " in text
+            or " b4 " in text
+            or " bfr " in text
+        ):
             prefix = (
                 self.pick("", "", "", "on ", "by ", "around ")
                 if text.startswith(("day ", "the day"))
@@ -2087,7 +2239,7 @@ class Phrases:
 
     DAY_FAMILIES = [
         (15, "day_word"),
-        (22, "weekday_phrase"),
+        (25, "weekday_phrase"),
         (13, "offset"),
         (3, "from_tomorrow"),
         (5, "weekend"),
@@ -2137,9 +2289,8 @@ class Phrases:
                 joined = text + " " + day.text if self.chance(0.4) else day.text + " " + text
                 return Phrase(joined, replace(day.meaning, hour=hour, minute=minute))
             return Phrase(day.text, replace(day.meaning, hour=20, minute=0))
-        if self.chance(
-            0.55 if "DAY" in day.meaning.kind[:-1] and day.meaning.kind.startswith(("THIS_", "NEXT_")) else 0.36
-        ):
+        likely = "DAY" in day.meaning.kind[:-1] and day.meaning.kind.startswith(("THIS_", "NEXT_"))
+        if self.chance(0.55 if likely or day.meaning.kind == "NUMERIC_DATE" else 0.36):
             text, hour, minute = self.time(beside_day=True)
             joint = self.weighted([(52, " "), (6, ", "), (2, " - "), (1, " — "), (1, " @ ")])
             # Beside a date in digits only what cannot be another part of it stands without a word between.
@@ -2164,6 +2315,14 @@ class Phrases:
                 joint = self.pick(" at ", ", ", " @ ", " around ", *([" ", " ", " ", " "] if plain_time else [" at "]))
             return Phrase(day.text + joint + text, meaning)
         return day
+
+    def apart(self):
+        """A day and a time that stand apart from one another: their texts, and what they mean together."""
+        day = None
+        while day is None or day.meaning.kind in ("IN_MINUTES", "IN_HOURS", "TONIGHT") or day.is_name:
+            day = getattr(self, self.weighted(self.DAY_FAMILIES))()
+        text, hour, minute = self.time(beside_day=False)
+        return day.text, text, replace(day.meaning, hour=hour, minute=minute)
 
 
 def words_to_cut():

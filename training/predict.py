@@ -94,6 +94,10 @@ def classify(text, now, first_is_month, output):
         score *= float(heads[name][i])
         return table[i] if table else i
 
+    def amount():
+        N = values("N")
+        return int(N[0]) if N else head("amount", AMOUNTS)
+
     # The time of day.
     hour = minute = None
     H, T, M = values("H"), values("T"), values("M")
@@ -200,24 +204,22 @@ def classify(text, now, first_is_month, output):
         return datetime.date(year, month, day + 1)
 
     def holiday(of_year):
-        date = of_year(today.year)
-        return on(date if date >= today else of_year(today.year + 1))
+        return on(next(d for d in map(of_year, range(today.year - 1, today.year + 9)) if d >= today))
 
     one = datetime.timedelta(days=1)
     weekday = (today.weekday() + 1) % 7  # Sunday = 0
     monday = today - datetime.timedelta(days=today.weekday())  # of this week, which begins with it
     ok = True
     if kind in ("IN_MINUTES", "IN_HOURS", "IN_DAYS", "IN_WEEKS", "WEEKS_FROM_TOMORROW", "IN_MONTHS"):
-        N = values("N")
-        amount = int(N[0]) if N else head("amount", AMOUNTS)
-        if not 1 <= amount <= 999:
+        count = amount()
+        if not 1 <= count <= 999:
             ok = False
         elif kind == "IN_MONTHS":
-            months = today.year * 12 + today.month - 1 + amount
+            months = today.year * 12 + today.month - 1 + count
             year, month = months // 12, months % 12 + 1
             ok = on(datetime.date(year, month, min(today.day, last_of(year, month))))
         else:
-            answer.update(kind=kind, amount=amount)
+            answer.update(kind=kind, amount=count)
     elif kind == "SPECIFIC_DATE":
         month, day = head("month"), day_number()
         if day is None:
@@ -261,11 +263,12 @@ def classify(text, now, first_is_month, output):
         ok = on(monday + 7 * one + ((index - 1) % 7) * one)
     elif kind.startswith("WEEK_AFTER_") and kind != "WEEK_AFTER_NEXT":
         index = [w.upper() for w in WEEKDAYS].index(kind[11:])
-        ok = on(today + ((index - weekday) % 7 + 7) * one)
+        weeks = amount()
+        ok = 1 <= weeks <= 999 and on(today + ((index - weekday) % 7 + 7 * weeks) * one)
     elif kind.startswith("NTH_"):
         index = [w.upper() for w in WEEKDAYS].index(kind[4:])
-        month, N = head("month"), values("N")
-        which = int(N[0]) if N else head("amount", AMOUNTS)
+        month = head("month")
+        which = amount()
         if not 1 <= which <= 5:
             ok = False
         else:
@@ -278,10 +281,10 @@ def classify(text, now, first_is_month, output):
         ok = on(monday + 14 * one)
     elif kind == "THANKSGIVING":
         ok = holiday(lambda y: nth_weekday(y, 11, 3, 4))
-    elif kind == "DAY_BEFORE_THANKSGIVING":
-        ok = holiday(lambda y: nth_weekday(y, 11, 3, 4) - one)
-    elif kind == "DAY_AFTER_THANKSGIVING":
-        ok = holiday(lambda y: nth_weekday(y, 11, 3, 4) + one)
+    elif kind in ("DAY_BEFORE_THANKSGIVING", "DAY_AFTER_THANKSGIVING"):
+        away = amount()
+        away *= -1 if kind.startswith("DAY_BEFORE") else 1
+        ok = 1 <= abs(away) <= 999 and holiday(lambda y: nth_weekday(y, 11, 3, 4) + away * one)
     elif kind == "CYBER_MONDAY":
         ok = holiday(lambda y: nth_weekday(y, 11, 3, 4) + 4 * one)
     elif kind == "MLK_DAY":

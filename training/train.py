@@ -59,7 +59,7 @@ def main(files, out, seed, trained):
     epochs, highest = EPOCHS, RATE
     if trained:
         net.load_state_dict(torch.load(trained))
-        epochs, highest = 1, RATE / 4
+        epochs, highest = 1, RATE / 2
     optimizer = torch.optim.AdamW(net.parameters(), lr=highest, weight_decay=0.01, betas=(0.9, 0.98))
     rng = np.random.default_rng(seed)
     steps = epochs * (len(data) // BATCH)

@@ -212,20 +212,44 @@ private:
         if (const auto wanted = ofWeekday("NEXT_WEEK_"))
             return on(monday + days(7) + (*wanted - std::chrono::Monday));
         if (const auto wanted = ofWeekday("WEEK_AFTER_"))
-            return on(onOrAfter(today_, *wanted) + days(7));
+            return readWeeksAfter(*wanted);
         if (const auto wanted = ofWeekday("NTH_"))
             return readWeekdayOfMonth(*wanted);
         if (kind == "NEXT_WEEKEND")
             return on(onOrAfter(today_, std::chrono::Saturday) + days(7));
         if (kind == "WEEK_AFTER_NEXT")
             return on(monday + days(14));
+        // The first day before or after it is in the calendar, others are counted on from there.
+        if (kind.starts_with("DAY_BEFORE_"))
+            return readDaysAway(kind, -1);
+        if (kind.starts_with("DAY_AFTER_"))
+            return readDaysAway(kind, 1);
         const std::optional<sys_days> holiday = comingHoliday(kind, today_);
         return holiday && on(*holiday);
     }
 
-    bool readAmount(std::string_view kind) {
+    /// What the text counts, in digits or words.
+    std::int64_t amount() {
         const std::optional<int> written = number(Role::Amount);
-        const std::int64_t amount = written ? *written : weights_.amounts[choose(impression_.amount)];
+        return written ? *written : weights_.amounts[choose(impression_.amount)];
+    }
+
+    bool readWeeksAfter(weekday wanted) {
+        const std::int64_t weeks = amount();
+        return weeks >= 1 && weeks <= mostUnits && on(onOrAfter(today_, wanted) + days(7 * weeks));
+    }
+
+    bool readDaysAway(std::string_view kind, int direction) {
+        const std::int64_t count = amount();
+        if (count < 1 || count > mostUnits)
+            return false;
+        const days more((count - 1) * direction);
+        const std::optional<sys_days> first = comingHoliday(kind, today_ - more);
+        return first && on(*first + more);
+    }
+
+    bool readAmount(std::string_view kind) {
+        const std::int64_t amount = this->amount();
         if (amount < 1 || amount > mostUnits)
             return false;
         if (kind == "IN_MONTHS") {
@@ -339,8 +363,7 @@ private:
     /// The second Saturday of a month, this one where none is named; the fifth is the last.
     bool readWeekdayOfMonth(weekday wanted) {
         const auto ofMonth = static_cast<unsigned>(choose(impression_.month));
-        const std::optional<int> written = number(Role::Amount);
-        const std::int64_t which = written ? *written : weights_.amounts[choose(impression_.amount)];
+        const std::int64_t which = amount();
         if (which < 1 || which > 5)
             return false;
         const auto in = [&](year_month month) {

@@ -62,12 +62,34 @@ TEST(Answer, DaysOfNextWeekAreCountedFromItsMonday) {
     expectDay(Said("end of nxt week", "NEXT_WEEK_FRIDAY").on(2025, 3, 9), {"IN_DAYS", 5}); // on a Sunday
     expectDay(Said("nxt week mon", "NEXT_WEEK_MONDAY").on(2025, 3, 9), {"IN_DAYS", 1});
     expectDay(Said("sun next wk", "NEXT_WEEK_SUNDAY").on(2025, 3, 3), {"IN_DAYS", 13}); // ends the week
-    expectDay(Said("a week from tues", "WEEK_AFTER_TUESDAY").on(2025, 3, 4), {"IN_DAYS", 7});
-    expectDay(Said("a week from mon", "WEEK_AFTER_MONDAY").on(2025, 3, 4), {"IN_DAYS", 13});
+    expectDay(Said("a week from tues", "WEEK_AFTER_TUESDAY").amount(1).on(2025, 3, 4), {"IN_DAYS", 7});
+    expectDay(Said("a week from mon", "WEEK_AFTER_MONDAY").amount(1).on(2025, 3, 4), {"IN_DAYS", 13});
+    expectDay(Said("fortnight from sat", "WEEK_AFTER_SATURDAY").amount(2).on(2025, 3, 4), {"IN_DAYS", 18});
+    expectDay(Said("3 wks from mon", "WEEK_AFTER_MONDAY").digits({Role::Amount}).on(2025, 3, 4),
+              {"IN_DAYS", 27});
+    expectDay(Said("0 wks from mon", "WEEK_AFTER_MONDAY").digits({Role::Amount}).on(2025, 3, 4), {"NONE"});
     expectDay(Said("next wkend", "NEXT_WEEKEND").on(2025, 3, 4), {"IN_DAYS", 11});
     expectDay(Said("next wkend", "NEXT_WEEKEND").on(2025, 3, 8), {"IN_DAYS", 7});
     expectDay(Said("next wkend", "NEXT_WEEKEND").on(2025, 3, 9), {"IN_DAYS", 13});
     expectDay(Said("week after next", "WEEK_AFTER_NEXT").on(2025, 3, 4), {"IN_DAYS", 13});
+}
+
+TEST(Answer, DaysBeforeAndAfterAHoliday) { // Thanksgiving is on 27 November 2025, and on 26 November 2026.
+    const auto before = [](std::int64_t days) {
+        return Said("b4 turkey day", "DAY_BEFORE_THANKSGIVING").amount(days);
+    };
+    const auto after = [](std::int64_t days) {
+        return Said("after it", "DAY_AFTER_THANKSGIVING").amount(days);
+    };
+    expectDay(before(1).on(2025, 11, 20), {"IN_DAYS", 6});
+    expectDay(before(7).on(2025, 11, 20), {"TODAY"});
+    expectDay(before(7).on(2025, 11, 21), {"IN_DAYS", 363}); // of the next one
+    expectDay(Said("3 days b4", "DAY_BEFORE_THANKSGIVING").digits({Role::Amount}).on(2025, 11, 20),
+              {"IN_DAYS", 4});
+    expectDay(after(1).on(2025, 11, 28), {"TODAY"});
+    expectDay(after(7).on(2025, 11, 28), {"IN_DAYS", 6});
+    expectDay(after(60).on(2026, 1, 5), {"IN_DAYS", 21}); // of last year's
+    expectDay(before(0).on(2025, 11, 20), {"NONE"});
 }
 
 TEST(Answer, DaysOfThisAndNextMonth) {
