@@ -11,7 +11,7 @@ Item {
     required property int reach
     property real strength: 0.26
 
-    ShadowRings {
+    ShadowPicture {
         anchors.fill: parent
         anchors.margins: -root.reach
         cornerRadius: root.cornerRadius

@@ -1,4 +1,4 @@
-/// What a shadow is painted of.
+/// What a soft shadow is.
 #pragma once
 
 #include <QtQml/qqmlregistration.h>
@@ -7,21 +7,21 @@
 
 namespace quillo {
 
-/// Rings around something with round corners that lies in the middle of this item, each fainter than the one
-/// within; nothing of them is beneath it. Painted, as rectangles of one pixel's border do not meet where the
-/// screen is scaled by a fraction. Lives on the main thread.
-class ShadowRings : public QQuickPaintedItem {
+/// The shadow of something with round corners that lies in the middle of this item; nothing of it is beneath
+/// that. Worked out for the screen's own pixels, so that it is even where the screen is scaled by a fraction.
+/// Lives on the main thread.
+class ShadowPicture : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     /// Of what is in the middle.
     Q_PROPERTY(qreal cornerRadius MEMBER cornerRadius_ NOTIFY changed)
-    /// How far the rings reach beyond it: to the edges of this item.
+    /// How far the shadow reaches beyond it: to the edges of this item.
     Q_PROPERTY(int reach MEMBER reach_ NOTIFY changed)
-    /// The opacity of the innermost, from 0 to 1.
+    /// How dark it is where it begins, from 0 to 1.
     Q_PROPERTY(qreal strength MEMBER strength_ NOTIFY changed)
 
 public:
-    explicit ShadowRings(QQuickItem* parent = nullptr);
+    explicit ShadowPicture(QQuickItem* parent = nullptr);
 
     void paint(QPainter* painter) override;
 
