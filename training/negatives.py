@@ -2,8 +2,8 @@
 
 import re
 
-from written import Written
 from titles import DO, PEOPLE, PLACES, TRAPS, TRAP_TASKS, VERBS
+from written import Written
 
 
 class Negatives:

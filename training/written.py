@@ -1,4 +1,4 @@
-"""What people wrote down as tasks of theirs, with and without a date: words/dated.txt has the words that say when in brackets."""
+"""Tasks that writers made up, with and without a date: words/dated.txt has the words that say when in brackets."""
 
 import re
 
