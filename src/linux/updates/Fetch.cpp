@@ -35,7 +35,10 @@ Fetch::Fetch(QNetworkAccessManager& network, const QUrl& address, const FetchLim
     : limits_(limits), allowed_(std::move(allowed)), received_(std::move(received)), done_(std::move(done)),
       reply_(network.get(requestFor(address))) {
     QObject::connect(reply_, &QNetworkReply::redirected, reply_, [this](const QUrl& target) {
-        if (allowed_(target))
+        // Qt loses the address at times, where the connection is closed behind the redirection.
+        if (target.isEmpty())
+            end(UpdateFailure::unreachable);
+        else if (allowed_(target))
             Q_EMIT reply_->redirectAllowed();
         else
             end(UpdateFailure::insecure);
