@@ -17,18 +17,21 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
-# Where headers are most of what a compiler reads, as Qt's and the test library's are, several files are compiled at a
-# time; not where a program takes only some of a module's files, unless it is only for tests, and not for clang-tidy,
-# which is to see each as it is.
+# Headers, Qt's and the test library's above all, are most of what a compiler reads, so several files are compiled at a
+# time; not for clang-tidy, which is to see each as it is, and not in the modules of which a shipped program takes only
+# some files.
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 if(QUILLO_CLANG_TIDY)
   set(QUILLO_UNITY OFF)
 else()
   set(QUILLO_UNITY ON)
 endif()
-if(QUILLO_SANITIZE)
-  set(CMAKE_UNITY_BUILD ON)
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+  set(CMAKE_UNITY_BUILD ${QUILLO_UNITY})
 endif()
+
+# The same source makes the same program wherever it lies, and another checkout finds it compiled (scripts/lib.sh).
+add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 
 find_program(QUILLO_CCACHE ccache)
 if(QUILLO_CCACHE)
@@ -43,6 +46,8 @@ endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # Nobody replaces our functions at run time, so that they may be inlined also where the windows' library shares them.
   target_compile_options(quillo_flags INTERFACE -fno-semantic-interposition)
+  # Where several files are compiled at a time, GCC takes them for headers, which it then warns of.
+  target_compile_options(quillo_flags INTERFACE -Wno-subobject-linkage)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # False alarms about std::string in optimised builds: https://gcc.gnu.org/bugzilla/show_bug.cgi?id=105651

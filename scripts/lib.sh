@@ -1,6 +1,8 @@
 # What scripts/run, scripts/test and scripts/bench share. Sourced, not run.
 
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+# What another checkout has compiled need not be compiled again.
+export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
 
 # What the windows need while they run.
 qml_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
