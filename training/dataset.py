@@ -4,13 +4,13 @@ import numpy as np
 import torch
 
 from generate import ROLES
-from phrases import AMOUNTS, KINDS, MINUTES
+from phrases import AMOUNTS, KINDS, MINUTES, SHIFTED, SHIFTS
 from tokens import FLAG_COUNT, features, tokenize
 
 KIND_INDEX = {kind: i for i, kind in enumerate(KINDS)}
 AMOUNT_INDEX = {amount: i for i, amount in enumerate(AMOUNTS)}
 IGNORED = -100
-COUNTED = ("IN_", "WEEKS_FROM_TOMORROW", "WEEK_AFTER_", "DAY_BEFORE_THANKSGIVING", "DAY_AFTER_THANKSGIVING", "NTH_")
+COUNTED = ("IN_", "WEEKS_FROM_TOMORROW", "WEEK_AFTER_", "NTH_")
 DATED = {"SPECIFIC_DATE", "NEXT_MONTH_DAY", "THIS_MONTH_DAY"}
 
 
@@ -34,16 +34,18 @@ class Dataset:
         self.roles.append(np.array([ROLES.index(role) for role in roles], np.int8))
         m, none = meaning, meaning.kind == "NONE"
         digits = set(roles)
+        counted = m.kind.startswith(COUNTED) or m.shift != "NONE"
         self.labels.append(
             [
                 KIND_INDEX[m.kind],
-                AMOUNT_INDEX[m.amount] if m.kind.startswith(COUNTED) and m.amount is not None else IGNORED,
+                AMOUNT_INDEX[m.amount] if counted and m.amount is not None else IGNORED,
                 (m.month or 0) if m.kind.startswith(("SPECIFIC_DATE", "NTH_")) else IGNORED,
                 (m.day or 0) if m.kind in DATED else IGNORED,
                 IGNORED if none or m.kind in ("IN_MINUTES", "IN_HOURS") else 24 if m.hour is None else m.hour,
                 MINUTES.index(m.minute)
                 if m.hour is not None and m.minute in MINUTES and not digits & {"M", "T"}
                 else IGNORED,
+                SHIFTS.index(m.shift) if m.kind in SHIFTED else IGNORED,
             ]
         )
 

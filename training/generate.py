@@ -12,6 +12,7 @@ import sys
 from english import paths
 from negatives import Negatives
 from phrases import Meaning, Phrases
+from said import Said
 from titles import Titles
 from tokens import tokenize
 from written import Written
@@ -53,12 +54,18 @@ NEIGHBOURS = dict(
 )
 
 
+def unmarked(text):
+    """A title without what the marks of labelled texts are made of."""
+    return re.sub(r"[{}|<>]", "", text)
+
+
 class Generator:
     def __init__(self, seed, real):
         self.r = random.Random(seed)
         self.phrases = Phrases(self.r)
         self.titles = Titles(self.r)
         self.written = Written(self.r)
+        self.said = Said(self.r)
         self.negatives = Negatives(self.r, self.titles, real)
 
     def slip(self, word):
@@ -120,13 +127,25 @@ class Generator:
             return keep_roles(lambda text: re.sub(r"\b[a-z]", lambda m: m[0].upper(), text))
         return marked
 
+    def as_said(self):
+        """What a writer said, mostly of another task."""
+        if self.r.random() < 0.25:
+            task, meaning = self.said.task()
+            return self.labelled(self.cased(task), meaning)
+        when, meaning, where = self.said.phrase()
+        when = self.with_slips(when, self.r.choice([0, 0, 0, 0, 0.1, 0.2]))
+        before, _, after = self.written.place(where)
+        return self.labelled(self.cased(self.written.filled(before, when, after)), meaning)
+
     def positive(self):
         r = self.r
         if r.random() < 0.045:
             day, time, meaning = self.phrases.apart()
             first, last = (day, time) if r.random() < 0.7 else (time, day)
-            title = re.sub(r"[{}|<>]", "", self.written.undated() if r.random() < 0.2 else self.titles.title())
+            title = unmarked(self.written.undated() if r.random() < 0.2 else self.titles.title())
             return self.labelled(self.cased(f"<{first}> {title} <{last}>"), meaning)
+        if r.random() < 0.32:
+            return self.as_said()
         phrase = self.phrases.phrase()
         marked = self.with_slips(phrase.text, r.choice([0, 0, 0, 0, 0.1, 0.25]))
         if r.random() < 0.3:
@@ -143,29 +162,26 @@ class Generator:
             title = self.titles.trap() if r.random() < 0.16 else self.titles.title()
             if r.random() < 0.12:
                 title = self.with_slips(title, 0.12)
-        if re.search(r"[{}|<>]", title):
-            title = re.sub(r"[{}|<>]", "", title)
+        title = unmarked(title)
         if title and r.random() < 0.02:
             title += r.choice([" 🌹", " 🎂", " 🚗", " ❗", " 😀", " 📦"])
         # The phrase in angle brackets, the title as it is.
         inner = f"<{marked}>"
         place = r.random()
         if phrase.is_name and (0.56 <= place < 0.8 or 0.91 < place <= 0.93):
-            title = re.sub(
-                r"[{}|<>]",
-                "",
+            title = unmarked(
                 r.choice(
                     [
                         lambda: f"{r.choice(titles.DO)} {self.titles.thing()}",
                         lambda: f"{r.choice(titles.VERBS[:28])} {r.choice(titles.PEOPLE)}",
                     ]
-                )(),
+                )()
             )
         if title and place > 0.93:
-            second = re.sub(r"[{}|<>]", "", self.titles.aside())
+            second = unmarked(self.titles.aside())
             whole = title + " " + inner + r.choice([", ", ", ", ", ", " - ", "; ", ". ", " and ", " then "]) + second
         elif title and place > 0.91:
-            second = re.sub(r"[{}|<>]", "", self.titles.aside())
+            second = unmarked(self.titles.aside())
             whole = "<" + marked + r.choice(["", "", ","]) + "> " + title + ", " + second
         elif not title:
             whole = inner
@@ -273,7 +289,7 @@ class Generator:
         return text, "K" * len(tokenize(text)), Meaning()
 
 
-def examples(seed, count, real, program, negatives=0.4):
+def examples(seed, count, real, program, negatives=0.44):
     """That many examples, most of which only a model can date."""
     generator = Generator(seed, real)
     found, seen = [], set()

@@ -165,7 +165,7 @@ class Negatives:
         return re.sub(" +", " ", text).strip()
 
     def text(self):
-        if self.r.random() < 0.28:
+        if self.r.random() < 0.4:
             text = self.written.undated()
             return text if self.r.random() < 0.92 else text + ", " + self.titles.aside()
         if self.r.random() >= 0.42:

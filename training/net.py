@@ -4,13 +4,21 @@ import torch
 from torch import nn
 from torch.nn import functional as F
 
-from phrases import AMOUNTS, KINDS, MINUTES
+from phrases import AMOUNTS, KINDS, MINUTES, SHIFTS
 from tokens import CHARACTER_COUNT, FLAG_COUNT, LEXICON_COUNT, VALUE_COUNT
 
 CHARACTER_WIDTH, FILTERS, VALUE_WIDTH, LEXICON_WIDTH, WIDTH = 16, 48, 16, 16, 112
 DILATIONS = (1, 1, 2, 1)
 ROLE_COUNT = 11
-HEADS = {"kind": len(KINDS), "amount": len(AMOUNTS), "month": 13, "day": 32, "hour": 25, "minute": len(MINUTES)}
+HEADS = {
+    "kind": len(KINDS),
+    "amount": len(AMOUNTS),
+    "month": 13,
+    "day": 32,
+    "hour": 25,
+    "minute": len(MINUTES),
+    "shift": len(SHIFTS),
+}
 
 
 class Net(nn.Module):

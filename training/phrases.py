@@ -124,8 +124,6 @@ KINDS = (
         "THIS_MONTH_DAY",
         "NUMERIC_DATE",
         "THANKSGIVING",
-        "DAY_BEFORE_THANKSGIVING",
-        "DAY_AFTER_THANKSGIVING",
         "CYBER_MONDAY",
         "MLK_DAY",
         "PRESIDENTS_DAY",
@@ -167,6 +165,14 @@ AMOUNTS = list(range(0, 32)) + [
     300,
 ]
 MINUTES = list(range(0, 60, 5))
+# Where a phrase says how far from a date it means, the amount says how many.
+SHIFTS = ["NONE", "DAYS_BEFORE", "DAYS_AFTER", "WEEKS_BEFORE", "WEEKS_AFTER", "FROM_TOMORROW"]
+HOLIDAYS = KINDS[KINDS.index("THANKSGIVING") : KINDS.index("EASTER_MONDAY") + 1]
+SHIFTED = {"SPECIFIC_DATE", "NUMERIC_DATE", "THIS_MONTH_DAY", "NEXT_MONTH_DAY", "IN_DAYS", "IN_MONTHS", *HOLIDAYS}
+
+
+def ordinal_suffix(n):
+    return "th" if n in (11, 12, 13) else {1: "st", 2: "nd", 3: "rd"}.get(n % 10, "th")
 
 
 @dataclass
@@ -177,6 +183,7 @@ class Meaning:
     day: int | None = None  # in words
     hour: int | None = None
     minute: int | None = None
+    shift: str = "NONE"
 
     @property
     def has_time(self):
@@ -209,7 +216,7 @@ class Phrases:
     def ordinal_suffix(self, n):
         if self.chance(0.04):
             return self.pick("th", "st", "rd", "nd")
-        return "th" if n in (11, 12, 13) else {1: "st", 2: "nd", 3: "rd"}.get(n % 10, "th")
+        return ordinal_suffix(n)
 
     def tomorrow(self):
         return self.pick(
@@ -297,6 +304,8 @@ class Phrases:
             zero = "0" if h < 10 and self.chance(0.08) else ""
             if m or self.chance(0.1):
                 sep = self.pick(":", ":", ":", ":", ".", "h" if self.chance(0.2) else ":")
+                if m and self.chance(0.09):
+                    sep = " "
                 return f"{{{zero}{h}|H}}{sep}{{{m:02}|M}}"
             return f"{{{zero}{h}|H}}"
 
@@ -854,8 +863,18 @@ class Phrases:
             "months": "IN_MONTHS",
         }[unit]
         special = self.r.random()
+        if special < 0.02:
+            return Phrase(
+                self.pick("in ", "in ", "in about ") + f"{{{self.pick(5, 10, 15, 20, 30, 45)}|N}}",
+                Meaning("IN_MINUTES"),
+            )
         if special < 0.13:
             amount, text = self.pick(
+                (75, "an hour & 15"),
+                (75, "1 hr 15"),
+                (75, "1 hr 15 min"),
+                (90, "1 hr 30"),
+                (150, "2 hrs 30"),
                 (30, "half an hour"),
                 (30, "half hour"),
                 (30, "half a hour"),
@@ -1014,6 +1033,8 @@ class Phrases:
             amount, text = self.pick(
                 (1, "a week "), (1, "a wk "), (2, "a fortnight "), (2, "fortnight "), (2, "2 weeks ")
             )
+            if self.chance(0.2):
+                return Phrase(tomorrow + self.pick(" week", " wk"), Meaning("WEEKS_FROM_TOMORROW", amount=1))
             return Phrase(text + self.pick("", "from ") + tomorrow, Meaning("WEEKS_FROM_TOMORROW", amount=amount))
         if self.chance(0.7):
             number, amount, digits = self.count(3, 9)
@@ -1022,10 +1043,18 @@ class Phrases:
                 number + word + self.pick(" from ", " from ", " after ", " frm ") + tomorrow,
                 Meaning("WEEKS_FROM_TOMORROW", amount=None if digits else amount),
             )
-        amount = self.r.randrange(1, 7)
-        number = self.pick(NUMBERS[amount], str(amount))
+        unit = self.pick("days", "months")
+        number, amount, digits = self.count(1, 12 if unit == "days" else 3)
+        if unit == "months" and self.chance(0.7):
+            number, amount, digits = self.pick("a ", "a ", "one ", "", "1 "), 1, False
+        word = self.unit(unit, amount != 1)
         return Phrase(
-            f"{number} {'day' if amount == 1 else 'days'} from {tomorrow}", Meaning("IN_DAYS", amount=amount + 1)
+            number + word + self.pick(" from ", " from ", " from ", " after ", " frm ") + tomorrow,
+            Meaning(
+                {"days": "IN_DAYS", "months": "IN_MONTHS"}[unit],
+                amount=None if digits else amount,
+                shift="FROM_TOMORROW",
+            ),
         )
 
     def day_word(self):
@@ -1758,6 +1787,8 @@ class Phrases:
                 (f"{name} {{{day}|D}} to {last}", None),
                 (f"{name} {{{day}|D}}th to {last}th", None),
             )
+        if order in ("month day", "day of month") and date[-1] != "." and self.chance(0.03):
+            date += self.pick("ish", "ish", "-ish", " or so", " ish")
         date += self.year_suffix()
         prefix = self.pick(
             "",
@@ -1841,9 +1872,13 @@ class Phrases:
         elif form == "iso slash":
             date = f"{{{year}|Y}}{self.pick('/', '.')}{{{two(month)}|I}}/{{{two(day)}|D}}"
         elif form == "dotted":
-            date = f"{{{two(day)}|D}}.{{{two(month)}|I}}" + self.pick(
-                ".", ".", "", f".{{{year}|Y}}", f".{{{year % 100}|Y}}"
+            date = f"{{{two(first)}|A}}.{{{two(second)}|B}}" + self.pick(
+                "", "", f".{{{year}|Y}}", f".{{{year % 100}|Y}}"
             )
+            if self.chance(0.3):  # As Germans write it.
+                date = f"{{{two(day)}|D}}.{{{two(month)}|I}}" + self.pick(
+                    ".", ".", f".{{{year}|Y}}", f".{{{year % 100}|Y}}"
+                )
         else:
             date = f"{{{two(first)}|A}}-{{{two(second)}|B}}" + self.pick("", f"-{{{year}|Y}}", f"-{{{year % 100}|Y}}")
         if form == "slash" and self.chance(0.06):
@@ -2011,20 +2046,9 @@ class Phrases:
             "turkey day",
             "thanksgiving",
         )
-        before = self.pick("before ", "before ", "b4 ", "bfr ")
-        until_christmas = self.r.randrange(2, 15)
         fixed = [
             (12, christmas, 12, 25),
             (8, self.pick("christmas eve", "xmas eve", "chrismas eve", "Christmas Eve", "x-mas eve"), 12, 24),
-            (
-                5,
-                self.pick(
-                    "boxing day", "the day after " + christmas, "day after " + christmas, "the day after " + christmas
-                ),
-                12,
-                26,
-            ),
-            (4, self.pick("the day before ", "day before ") + christmas, 12, 24),
             (9, new_year, 1, 1),
             (
                 9,
@@ -2040,37 +2064,6 @@ class Phrases:
                 12,
                 31,
             ),
-            (3, self.pick("the day after ", "day after ") + new_year, 1, 2),
-            (
-                2,
-                self.pick("a week before ", "one week before ", "the week before ", "1 week before ") + christmas,
-                12,
-                18,
-            ),
-            (2, self.pick("a week after ", "one week after ", "the week after ") + new_year, 1, 8),
-            (
-                2,
-                self.pick("a few days before ", "few days before ", "3 days before ", "three days before ") + christmas,
-                12,
-                22,
-            ),
-            (
-                2,
-                self.pick("two weeks before ", "2 weeks before ", "a couple weeks before ", "a couple of weeks before ")
-                + christmas,
-                12,
-                11,
-            ),
-            (1, "a week after " + christmas, 1, 1),
-            (
-                1,
-                self.pick("a couple days before ", "two days before ", "2 days before ", "a couple of days before ")
-                + christmas,
-                12,
-                23,
-            ),
-            (1, self.pick("a few days after ", "3 days after ", "three days after ") + christmas, 12, 28),
-            (1, self.pick("two days after ", "a couple days after ", "2 days after ") + christmas, 12, 27),
             (6, self.pick("halloween", "haloween", "Halloween", "hallowen", "halloween night"), 10, 31),
             (
                 6,
@@ -2109,75 +2102,27 @@ class Phrases:
             (2, self.pick("juneteenth"), 6, 19),
             (1, "may day", 5, 1),
             (1, self.pick("guy fawkes", "bonfire night", "guy fawkes night"), 11, 5),
-            (
-                1,
-                self.pick("the day before ", "day before ", "day b4 ") + self.pick("4th of july", "the 4th of july"),
-                7,
-                3,
-            ),
-            (2, f"{until_christmas} days {before}{christmas}", 12, 25 - until_christmas),
             (1, self.pick("ides of march", "the ides of march"), 3, 15),
-            (1.5, "the day after 4th of july", 7, 5),
-            (1, self.pick("day after halloween", "the day after halloween"), 11, 1),
-            (1, self.pick("day before halloween", "the day b4 halloween"), 10, 30),
-            (1, self.pick("day b4 st pats", "the day before st patricks day"), 3, 16),
-            (1, self.pick("day b4 valentines", "the day before valentine's day"), 2, 13),
-            (1, self.pick("day after valentines", "the day after valentine's day"), 2, 15),
-            (1, self.pick("the nite b4 ", "the night before ", "day b4 ") + christmas, 12, 24),
-            (1, self.pick("2 days b4 ", "two days b4 ") + christmas, 12, 23),
-            (1, self.pick("a wk b4 ", "a week b4 ", "1 wk before ") + christmas, 12, 18),
-            (1, self.pick("a month before ", "a month b4 ", "one month before ") + christmas, 11, 25),
             (1, self.pick("nikolaus", "st nicholas day"), 12, 6),
             (1, self.pick("three kings day", "epiphany"), 1, 6),
             (1, self.pick("all saints day", "all saints"), 11, 1),
             (1, self.pick("groundhog day"), 2, 2),
+            (3, "boxing day", 12, 26),
+            (1.5, self.pick("vday", "v day", "v-day", "valentines", "valentine's"), 2, 14),
+            (1.5, self.pick("pi day"), 3, 14),
+            (1, "canada day", 7, 1),
+            (1.5, self.pick("xmas eve", "christmas eve"), 12, 24),
+            (
+                1,
+                self.pick(
+                    "st pattys", "st patricks", "st paddys", "st pats", "st patricks day", "st pattys day", "paddys day"
+                ),
+                3,
+                17,
+            ),
         ]
         other = [
             (11, thanksgiving, "THANKSGIVING"),
-            (4, self.pick("the day ", "day ") + before + thanksgiving, "DAY_BEFORE_THANKSGIVING", 1),
-            (2, thanksgiving + " eve", "DAY_BEFORE_THANKSGIVING", 1),
-            (
-                1,
-                self.pick("tues ", "the tuesday ", "tuesday ", "tue ") + before + thanksgiving,
-                "DAY_BEFORE_THANKSGIVING",
-                2,
-            ),
-            (1, self.pick("mon ", "the monday ", "monday ") + before + thanksgiving, "DAY_BEFORE_THANKSGIVING", 3),
-            (
-                1,
-                self.pick("wed ", "the wednesday ", "wednesday ") + before + thanksgiving,
-                "DAY_BEFORE_THANKSGIVING",
-                1,
-            ),
-            (
-                1.5,
-                self.pick("a week ", "a wk ", "1 week ", "the week ") + before + thanksgiving,
-                "DAY_BEFORE_THANKSGIVING",
-                7,
-            ),
-            (
-                1,
-                self.pick("2 weeks ", "two weeks ", "a couple weeks ") + before + thanksgiving,
-                "DAY_BEFORE_THANKSGIVING",
-                14,
-            ),
-            (
-                1.5,
-                self.pick("{2|N} days ", "{3|N} days ", "{4|N} days ") + before + thanksgiving,
-                "DAY_BEFORE_THANKSGIVING",
-                None,
-            ),
-            (1, self.pick("two days ", "a couple days ") + before + thanksgiving, "DAY_BEFORE_THANKSGIVING", 2),
-            (1, self.pick("a few days ", "three days ") + before + thanksgiving, "DAY_BEFORE_THANKSGIVING", 3),
-            (
-                4,
-                self.pick("the day after ", "day after ", "the friday after ", "fri after ") + thanksgiving,
-                "DAY_AFTER_THANKSGIVING",
-                1,
-            ),
-            (1, self.pick("sat after ", "the saturday after ") + thanksgiving, "DAY_AFTER_THANKSGIVING", 2),
-            (1, self.pick("a week after ", "the week after ") + thanksgiving, "DAY_AFTER_THANKSGIVING", 7),
-            (2, self.pick("black friday", "blk friday", "black fri"), "DAY_AFTER_THANKSGIVING", 1),
             (1, self.pick("cyber monday", "cyber mon"), "CYBER_MONDAY"),
             (3, self.pick("labor day", "labor day", "labour day"), "LABOR_DAY"),
             (3, "memorial day", "MEMORIAL_DAY"),
@@ -2188,12 +2133,30 @@ class Phrases:
             (3, self.pick("father's day", "fathers day"), "FATHERS_DAY"),
             (5, self.pick("easter", "easter sunday", "Easter"), "EASTER"),
             (2, "good friday", "GOOD_FRIDAY"),
-            (2, self.pick("easter monday", "easter mon", "the day after easter"), "EASTER_MONDAY"),
+            (2, self.pick("easter monday", "easter mon"), "EASTER_MONDAY"),
+            (1.5, self.pick("easter", "easter sunday", "easter day"), "EASTER"),
+            (1.5, self.pick("mem day", "memorial day"), "MEMORIAL_DAY"),
+            (1, self.pick("prez day", "pres day", "pres. day"), "PRESIDENTS_DAY"),
+            (1.5, self.pick("t-giving", "tgiving", "thx giving", "thxgiving", "turkey day"), "THANKSGIVING"),
+            (1, self.pick("mom's day", "moms day", "mothers day"), "MOTHERS_DAY"),
+            (1, self.pick("dads day", "dad's day", "fathers day"), "FATHERS_DAY"),
         ]
         table = [(w, t, Meaning("SPECIFIC_DATE", month=m, day=d)) for w, t, m, d in fixed] + [
-            (w, t, Meaning(k, amount=amount[0] if amount else None)) for w, t, k, *amount in other
+            (w, t, Meaning(k)) for w, t, k in other
         ]
         _, text, meaning = self.r.choices(table, [w for w, _, _ in table])[0]
+        special = self.r.random()
+        if special < 0.05:
+            text, meaning = self.pick(
+                ("black friday", Meaning("THANKSGIVING", amount=1, shift="DAYS_AFTER")),
+                ("blk friday", Meaning("THANKSGIVING", amount=1, shift="DAYS_AFTER")),
+                (thanksgiving + " eve", Meaning("THANKSGIVING", amount=1, shift="DAYS_BEFORE")),
+                ("xmas eve eve", Meaning("SPECIFIC_DATE", month=12, day=24, amount=1, shift="DAYS_BEFORE")),
+                ("palm sunday", Meaning("EASTER", amount=1, shift="WEEKS_BEFORE")),
+                ("easter sat", Meaning("EASTER", amount=1, shift="DAYS_BEFORE")),
+            )
+        elif special < 0.34:
+            return self.away(text, meaning)
         prefix = self.pick(
             "on ",
             "by ",
@@ -2222,18 +2185,59 @@ class Phrases:
             "early on ",
             "by about ",
         )
-        if (
-            text.startswith(("a ", "the week", "few", "two", "3", "three", "2", "one", "1", "day ", "the day", "{"))
-            or " before " in text
-            or " b4 " in text
-            or " bfr " in text
-        ):
-            prefix = (
-                self.pick("", "", "", "on ", "by ", "around ")
-                if text.startswith(("day ", "the day"))
-                else self.pick("", "", "around ")
-            )
         return Phrase(prefix + text, replace(meaning), is_name=prefix == "")
+
+    WEEKDAY_HOLIDAYS = {
+        **dict.fromkeys(["LABOR_DAY", "MEMORIAL_DAY", "PRESIDENTS_DAY", "MLK_DAY", "COLUMBUS_DAY"], 1),
+        **dict.fromkeys(["EASTER", "MOTHERS_DAY", "FATHERS_DAY"], 0),
+        "THANKSGIVING": 4,
+    }
+
+    def away(self, text, meaning):
+        """So many days or weeks before or after a day."""
+        before = self.chance(0.68)
+        joint = (
+            self.pick("before ", "before ", "b4 ", "b4 ", "bfr ") if before else self.pick("after ", "after ", "aftr ")
+        )
+        article = self.pick("the ", "the ", "")
+        text = (
+            article if re.match(r"(new year|{?\d?4\|?D?}?(st|nd|rd|th)|\{\d+\|D\}(st|nd|rd|th)$)", text) else ""
+        ) + text
+        form = self.weighted([(30, "day"), (8, "night"), (24, "days"), (30, "weeks"), (8, "weekday")])
+        suffix = "BEFORE" if before else "AFTER"
+        if form == "night":
+            night = self.pick("the night ", "night ", "nite ", "the nite ", "the evening ", "evening ")
+            hour = 18 if "evening" in night else 20
+            meaning = replace(meaning, shift="DAYS_" + suffix, amount=1, hour=hour, minute=0)
+            return Phrase(night + joint + text, meaning)
+        if form == "weekday" and meaning.kind in self.WEEKDAY_HOLIDAYS:
+            day, name = self.weekday()
+            distance = (self.WEEKDAY_HOLIDAYS[meaning.kind] - day) * (1 if before else -1) % 7 or 7
+            meaning = replace(meaning, shift="DAYS_" + suffix, amount=distance)
+            return Phrase(self.pick("the ", "the ", "", "on the ") + name + " " + joint + text, meaning)
+        if form == "days":
+            number, amount, digits = self.count(3, 12)
+            unit = self.pick("days ", "days ", "days ", "dys ") if amount != 1 else "day "
+        elif form == "weeks":
+            if self.chance(0.6):
+                number, amount, digits = (
+                    self.pick("a ", "a ", "one ", "1 ", "{1|N} ", "the ", "", "exactly 1 "),
+                    1,
+                    False,
+                )
+                digits = number == "{1|N} "
+                unit = self.pick("week ", "week ", "wk ")
+            else:
+                number, amount, digits = self.count(3, 5)
+                unit = self.pick("weeks ", "wks ", "weeks ") if amount != 1 else "week "
+        else:
+            number, amount, digits = self.pick("the ", "the ", "", "", "a ", "one ", "1 "), 1, False
+            unit = self.pick("day ", "day ", "day ", "dy ")
+        meaning = replace(
+            meaning, shift=("WEEKS_" if form == "weeks" else "DAYS_") + suffix, amount=None if digits else amount
+        )
+        lead = self.weighted([(14, ""), (2, "by "), (2, "on " if form == "day" else ""), (1, "around "), (1, "due ")])
+        return Phrase(lead + number + unit + joint + text, meaning)
 
     # Together.
 
@@ -2277,6 +2281,10 @@ class Phrases:
         day = getattr(self, self.weighted(self.DAY_FAMILIES))()
         if day.meaning.kind in ("IN_MINUTES", "IN_HOURS"):
             return day
+        if day.meaning.kind in ("SPECIFIC_DATE", "NUMERIC_DATE") and day.meaning.shift == "NONE" and self.chance(0.05):
+            plain = re.sub(r"^(on|by|due|before|until|till|for|b4) ", "", day.text)
+            if re.match(r"[a-z]+\.? \{|\{|the \{", plain, re.I) and day.meaning.hour is None:
+                day = self.away(plain, day.meaning)
         if self.chance(0.012) and day.meaning.kind.startswith(("TOMORROW", "THIS_", "NEXT_")):
             first = self.pick(
                 "first thing ", "1st thing ", "first thing on " if "DAY" in day.meaning.kind else "first thing "
@@ -2326,12 +2334,18 @@ class Phrases:
 
 
 def words_to_cut():
-    """The words that phrases are made of, but for rare ones."""
+    """The words that phrases are made of, here and as writers said them, but for rare ones."""
     phrases = Phrases(random.Random(0))
     counts = Counter(
         word for _ in range(200_000) for word in set(re.findall(r"[a-z]+(?:'[a-z]+)*", phrases.phrase().text.lower()))
     )
-    return sorted(word for word, count in counts.items() if count > 2 and len(word) > 2)
+    said = (pathlib.Path(__file__).resolve().parent / "words" / "said.txt").read_text(encoding="utf-8")
+    marked = " ".join(re.findall(r"\[(.*?)\]", re.sub(r"\{.*?\}", " ", said.lower())))
+    written = Counter(re.findall(r"[a-z]+(?:'[a-z]+)*", marked))
+    often = [word for word, count in counts.items() if count > 2] + [
+        word for word, count in written.items() if count > 1
+    ]
+    return sorted(word for word in set(often) if len(word) > 2)
 
 
 if __name__ == "__main__":

@@ -8,10 +8,10 @@ import torch
 from dataset import Dataset
 from generate import ROLES
 from net import Net
-from phrases import AMOUNTS, KINDS, MINUTES, WEEKDAYS, Meaning
+from phrases import AMOUNTS, KINDS, MINUTES, SHIFTED, SHIFTS, WEEKDAYS, Meaning
 from tokens import is_digit, is_letter, may_be_cut, tokenize
 
-SURE = 0.5
+SURE = 0.7
 MONTH_FIRST = {"US", "PH", "CA", "FM", "PW", "MH", "GU", "PR", "VI", "AS", "MP"}
 
 
@@ -144,7 +144,19 @@ def classify(text, now, first_is_month, output):
         year = int(Y[0])
         return date.year == (year if len(Y[0]) == 4 else 2000 + year)
 
-    today = now.date()
+    today, further = now.date(), 0
+    shift = SHIFTS[head("shift")] if kind in SHIFTED else "NONE"
+    if shift != "NONE" and (shift == "FROM_TOMORROW") != kind.startswith("IN_"):
+        return none, 0.0
+    if shift == "FROM_TOMORROW":
+        today, further = today + datetime.timedelta(days=1), 1
+    elif shift != "NONE":
+        # As far from another today, the date itself is meant.
+        away = amount()
+        if not 1 <= away <= 999:
+            return none, 0.0
+        away *= (7 if shift.startswith("WEEKS") else 1) * (1 if shift.endswith("BEFORE") else -1)
+        today += datetime.timedelta(days=away)
 
     def last_of(year, month):
         return (datetime.date(year + month // 12, month % 12 + 1, 1) - datetime.timedelta(days=1)).day
@@ -174,11 +186,13 @@ def classify(text, now, first_is_month, output):
             return on(date) if date.year <= today.year + 1 else False
         if date is None or not year_fits(date) or date > today.replace(day=1) + datetime.timedelta(days=366 + 31):
             return False
+        if shift != "NONE":
+            return on(date)
         answer.update(kind="SPECIFIC_DATE", month=month, day=date.day)
         return True
 
     def on(date):
-        days = (date - today).days
+        days = (date - today).days + further
         if days == 0:
             answer["kind"] = "TODAY"
         elif days > 0:
@@ -218,6 +232,8 @@ def classify(text, now, first_is_month, output):
             months = today.year * 12 + today.month - 1 + count
             year, month = months // 12, months % 12 + 1
             ok = on(datetime.date(year, month, min(today.day, last_of(year, month))))
+        elif shift == "FROM_TOMORROW":
+            ok = on(today + datetime.timedelta(days=count))
         else:
             answer.update(kind=kind, amount=count)
     elif kind == "SPECIFIC_DATE":
@@ -226,6 +242,14 @@ def classify(text, now, first_is_month, output):
             ok = False
         elif month:
             ok = specific(month, day, clamp=not values("D"))
+        elif shift != "NONE":
+            months = today.year * 12 + today.month - 1
+            dates = [
+                datetime.date(m // 12, m % 12 + 1, day)
+                for m in range(months, months + 4)
+                if day <= last_of(m // 12, m % 12 + 1)
+            ]
+            ok = not values("Y") and on(next(date for date in dates if date >= today))
         else:
             answer.update(kind=kind, day=day)
             if today.month == 12 and day < today.day:
@@ -264,7 +288,7 @@ def classify(text, now, first_is_month, output):
     elif kind.startswith("WEEK_AFTER_") and kind != "WEEK_AFTER_NEXT":
         index = [w.upper() for w in WEEKDAYS].index(kind[11:])
         weeks = amount()
-        ok = 1 <= weeks <= 999 and on(today + ((index - weekday) % 7 + 7 * weeks) * one)
+        ok = 1 <= weeks <= 999 and on(today + ((index - weekday - 1) % 7 + 1 + 7 * weeks) * one)
     elif kind.startswith("NTH_"):
         index = [w.upper() for w in WEEKDAYS].index(kind[4:])
         month = head("month")
@@ -281,10 +305,6 @@ def classify(text, now, first_is_month, output):
         ok = on(monday + 14 * one)
     elif kind == "THANKSGIVING":
         ok = holiday(lambda y: nth_weekday(y, 11, 3, 4))
-    elif kind in ("DAY_BEFORE_THANKSGIVING", "DAY_AFTER_THANKSGIVING"):
-        away = amount()
-        away *= -1 if kind.startswith("DAY_BEFORE") else 1
-        ok = 1 <= abs(away) <= 999 and holiday(lambda y: nth_weekday(y, 11, 3, 4) + away * one)
     elif kind == "CYBER_MONDAY":
         ok = holiday(lambda y: nth_weekday(y, 11, 3, 4) + 4 * one)
     elif kind == "MLK_DAY":

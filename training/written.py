@@ -1,11 +1,24 @@
-"""Tasks that writers made up, with and without a date: words/dated.txt has the words that say when in brackets."""
+"""Tasks that writers made up, with and without a date. words/dated.txt has the words that say when in brackets, when the task
+was typed, and when it is due."""
 
 import re
 
 from titles import words
 
+
+def where_of(before, after):
+    """Where between these words others stand: whether at the start, and whether at the end."""
+    return not before.strip(), not after.strip()
+
+
 UNDATED = words("undated")
-DATED = [re.fullmatch(r"(.*)\[(.*)\](.*)", line).groups() for line in words("dated")]
+TASKS = [line.split("\t")[0] for line in words("dated")]
+DATED = [re.fullmatch(r"(.*)\[(.*)\](.*)", task).groups() for task in TASKS if task.count("[") == 1]
+
+# By where those words stand: at the start, in the middle, at the end.
+PLACES = {}
+for parts in DATED:
+    PLACES.setdefault(where_of(parts[0], parts[2]), []).append(parts)
 
 
 class Written:
@@ -27,9 +40,10 @@ class Written:
     def undated(self):
         return self.renumbered(self.r.choice(UNDATED))
 
-    def place(self):
-        """What stood before the words that said when, those words, and what stood behind them."""
-        before, when, after = self.r.choice(DATED)
+    def place(self, where=None):
+        """What stood before the words that said when, those words, and what stood behind them: at the start, the end or
+        wherever."""
+        before, when, after = self.r.choice(PLACES[where] if where else DATED)
         return self.renumbered(before), when, self.renumbered(after)
 
     @staticmethod

@@ -29,6 +29,9 @@ constexpr std::string_view plainKinds[] = {
     "THIS_SATURDAY", "NEXT_SUNDAY",  "NEXT_MONDAY",    "NEXT_TUESDAY",       "NEXT_WEDNESDAY",
     "NEXT_THURSDAY", "NEXT_FRIDAY",  "NEXT_SATURDAY",  "THIS_WEEKEND",
 };
+/// Of holidays, too, a text may mean the day before.
+constexpr std::string_view shiftedKinds[] = {"SPECIFIC_DATE",  "NUMERIC_DATE", "THIS_MONTH_DAY",
+                                             "NEXT_MONTH_DAY", "IN_DAYS",      "IN_MONTHS"};
 constexpr std::string_view countingKinds[] = {"IN_MINUTES", "IN_HOURS", "IN_DAYS", "IN_WEEKS",
                                               "WEEKS_FROM_TOMORROW"};
 
@@ -191,6 +194,8 @@ private:
             answer_.kind = kind;
             return true;
         }
+        if ((isAmong(shiftedKinds, kind) || comingHoliday(kind, today_)) && !readShift(kind))
+            return false;
         if (isAmong(countingKinds, kind) || kind == "IN_MONTHS")
             return readAmount(kind);
         if (kind == "SPECIFIC_DATE")
@@ -219,46 +224,58 @@ private:
             return on(onOrAfter(today_, std::chrono::Saturday) + days(7));
         if (kind == "WEEK_AFTER_NEXT")
             return on(monday + days(14));
-        // The first day before or after it is in the calendar, others are counted on from there.
-        if (kind.starts_with("DAY_BEFORE_"))
-            return readDaysAway(kind, -1);
-        if (kind.starts_with("DAY_AFTER_"))
-            return readDaysAway(kind, 1);
         const std::optional<sys_days> holiday = comingHoliday(kind, today_);
         return holiday && on(*holiday);
     }
 
-    /// What the text counts, in digits or words.
-    std::int64_t amount() {
+    /// What the text counts, in digits or words; absent unless it is 1 ... most.
+    std::optional<std::int64_t> amount(std::int64_t most = mostUnits) {
         const std::optional<int> written = number(Role::Amount);
-        return written ? *written : weights_.amounts[choose(impression_.amount)];
+        const std::int64_t count = written ? *written : weights_.amounts[choose(impression_.amount)];
+        return count >= 1 && count <= most ? std::optional(count) : std::nullopt;
     }
 
     bool readWeeksAfter(weekday wanted) {
-        const std::int64_t weeks = amount();
-        return weeks >= 1 && weeks <= mostUnits && on(onOrAfter(today_, wanted) + days(7 * weeks));
+        const auto weeks = amount();
+        return weeks && on(onOrAfter(today_ + days(1), wanted) + days(7 * *weeks));
     }
 
-    bool readDaysAway(std::string_view kind, int direction) {
-        const std::int64_t count = amount();
-        if (count < 1 || count > mostUnits)
+    /// Two days before Christmas is as far away as Christmas is in two days: the day itself is read, by
+    /// another today.
+    bool readShift(std::string_view kind) {
+        shift_ = static_cast<Shift>(choose(impression_.shift));
+        if (shift_ == Shift::None)
+            return true;
+        if ((shift_ == Shift::FromTomorrow) != kind.starts_with("IN_"))
             return false;
-        const days more((count - 1) * direction);
-        const std::optional<sys_days> first = comingHoliday(kind, today_ - more);
-        return first && on(*first + more);
+        if (shift_ == Shift::FromTomorrow) {
+            tomorrow_ = days(1);
+            today_ += tomorrow_;
+            return true;
+        }
+        const auto count = amount();
+        if (!count)
+            return false;
+        const bool weeks = shift_ == Shift::WeeksBefore || shift_ == Shift::WeeksAfter;
+        const bool before = shift_ == Shift::DaysBefore || shift_ == Shift::WeeksBefore;
+        const days distance(*count * (weeks ? 7 : 1));
+        today_ += before ? distance : -distance;
+        return true;
     }
 
     bool readAmount(std::string_view kind) {
-        const std::int64_t amount = this->amount();
-        if (amount < 1 || amount > mostUnits)
+        const auto count = amount();
+        if (!count)
             return false;
         if (kind == "IN_MONTHS") {
             const year_month_day today = today_;
-            const year_month then = year_month(today.year(), today.month()) + months(amount);
+            const year_month then = year_month(today.year(), today.month()) + months(*count);
             return on(clamped(then.year(), then.month(), static_cast<unsigned>(today.day())));
         }
+        if (shift_ == Shift::FromTomorrow)
+            return on(today_ + days(*count));
         answer_.kind = kind;
-        answer_.amount = amount;
+        answer_.amount = *count;
         return true;
     }
 
@@ -281,6 +298,12 @@ private:
         const unsigned todaysNumber{today.day()};
         if (digits(Role::Year))
             return false;
+        if (shift_ != Shift::None) {
+            year_month_day date = year_month(today.year(), today.month()) / day(number);
+            while (!date.ok() || sys_days(date) < today_)
+                date += months(1);
+            return on(date);
+        }
         // A day without a month that has passed in December would be one of last January.
         if (today.month() == std::chrono::December && number < todaysNumber)
             return specific(1, number, false);
@@ -330,7 +353,7 @@ private:
             if (y > thisYear + years(1) || !yearFits(y))
                 return false;
             // A month and a day would mean the first of March of a year that has no such day.
-            if (ofMonth == 2 && static_cast<unsigned>(date.day()) == 29)
+            if (shift_ != Shift::None || (ofMonth == 2 && static_cast<unsigned>(date.day()) == 29))
                 return on(date);
             answer_.kind = "SPECIFIC_DATE";
             answer_.month = ofMonth;
@@ -363,12 +386,12 @@ private:
     /// The second Saturday of a month, this one where none is named; the fifth is the last.
     bool readWeekdayOfMonth(weekday wanted) {
         const auto ofMonth = static_cast<unsigned>(choose(impression_.month));
-        const std::int64_t which = amount();
-        if (which < 1 || which > 5)
+        const auto which = amount(5);
+        if (!which)
             return false;
         const auto in = [&](year_month month) {
-            return which < 5 ? sys_days(month / wanted[static_cast<unsigned>(which)])
-                             : sys_days(month / wanted[std::chrono::last]);
+            return *which < 5 ? sys_days(month / wanted[static_cast<unsigned>(*which)])
+                              : sys_days(month / wanted[std::chrono::last]);
         };
         const year_month_day today = today_;
         const year_month current(today.year(), today.month());
@@ -379,7 +402,7 @@ private:
     }
 
     bool on(sys_days date) {
-        const auto distance = (date - today_).count();
+        const auto distance = (date - today_ + tomorrow_).count();
         if (distance < 0)
             return false;
         answer_.kind = distance == 0 ? "TODAY" : "IN_DAYS";
@@ -391,7 +414,9 @@ private:
     const std::vector<Token>& tokens_;
     const Impression& impression_;
     const std::string_view locale_;
-    const sys_days today_;
+    sys_days today_;   ///< from which the day is read
+    days tomorrow_{0}; ///< what it is later than today where the text counts from tomorrow
+    Shift shift_ = Shift::None;
     std::vector<Role> roles_;
     Answer answer_;
     double score_ = 0;

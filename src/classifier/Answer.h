@@ -24,8 +24,8 @@ struct Answer {
     double score = 0; ///< how sure the network is, 0 ... 1
 };
 
-/// Below this a date is more likely wrong than right, and NONE is answered.
-inline constexpr double sure = 0.5;
+/// Below this NONE is answered: a date that is not found costs less than a wrong one.
+inline constexpr double sure = 0.7;
 
 /// Reads the impression with what the text says in digits. The network knows nothing of today: what relates
 /// to it, such as the end of next week, is worked out here from the reference. A date that cannot be, a year

@@ -9,10 +9,6 @@ namespace {
 
 using namespace std::chrono;
 
-sys_days thanksgiving(year inYear) {
-    return inYear / November / Thursday[4];
-}
-
 struct Holiday {
     std::string_view kind;
     sys_days (*in)(year);
@@ -20,10 +16,8 @@ struct Holiday {
 
 // The days in the United States; the others follow from Easter.
 constexpr Holiday holidays[] = {
-    {"THANKSGIVING", thanksgiving},
-    {"DAY_BEFORE_THANKSGIVING", [](year y) { return thanksgiving(y) - days(1); }},
-    {"DAY_AFTER_THANKSGIVING", [](year y) { return thanksgiving(y) + days(1); }},
-    {"CYBER_MONDAY", [](year y) { return thanksgiving(y) + days(4); }},
+    {"THANKSGIVING", [](year y) { return sys_days(y / November / Thursday[4]); }},
+    {"CYBER_MONDAY", [](year y) { return sys_days(y / November / Thursday[4]) + days(4); }},
     {"MLK_DAY", [](year y) { return sys_days(y / January / Monday[3]); }},
     {"PRESIDENTS_DAY", [](year y) { return sys_days(y / February / Monday[3]); }},
     {"COLUMBUS_DAY", [](year y) { return sys_days(y / October / Monday[2]); }},

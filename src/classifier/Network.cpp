@@ -148,6 +148,7 @@ Impression look(const Weights& weights, std::string_view text, const std::vector
     impression.day = outputOf(weights.day, pooled(rows, attention, 3));
     impression.hour = outputOf(weights.hour, pooled(rows, attention, 4));
     impression.minute = outputOf(weights.minute, pooled(rows, attention, 5));
+    impression.shift = outputOf(weights.shift, pooled(rows, attention, 6));
     return impression;
 }
 

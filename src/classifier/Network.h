@@ -20,6 +20,7 @@ struct Impression {
     std::vector<float> day;
     std::vector<float> hour;
     std::vector<float> minute;
+    std::vector<float> shift;
 };
 
 /// What the network makes of a text that was cut into these tokens, of which there is at least one.

@@ -36,7 +36,11 @@ enum class Role : std::size_t {
 };
 inline constexpr std::size_t roleCount = 11;
 
-inline constexpr std::size_t headCount = 6;   ///< kind, amount, month, day, hour, minute
+/// How far from its date a text means; the amount says how many.
+enum class Shift : std::size_t { None, DaysBefore, DaysAfter, WeeksBefore, WeeksAfter, FromTomorrow };
+inline constexpr std::size_t shiftCount = 6;
+
+inline constexpr std::size_t headCount = 7;   ///< kind, amount, month, day, hour, minute, shift
 inline constexpr std::size_t monthCount = 13; ///< 0 is none
 inline constexpr std::size_t dayCount = 32;   ///< 0 is none
 inline constexpr std::size_t hourCount = 25;  ///< the last is none

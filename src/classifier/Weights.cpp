@@ -197,6 +197,7 @@ Result<Weights> Weights::read(std::span<const unsigned char> bytes) {
     weights.day = reader.layer(width, dayCount);
     weights.hour = reader.layer(width, hourCount);
     weights.minute = reader.layer(width, weights.minutes.size());
+    weights.shift = reader.layer(width, shiftCount);
     if (reader.failed() || !reader.atEnd())
         return reader.error();
     if (weights.kinds.empty() || weights.amounts.empty() || weights.minutes.empty())

@@ -62,6 +62,7 @@ struct Weights {
     Layer day;
     Layer hour;
     Layer minute;
+    Layer shift;
 };
 
 } // namespace quillo::classifier

@@ -62,7 +62,7 @@ TEST(Answer, DaysOfNextWeekAreCountedFromItsMonday) {
     expectDay(Said("end of nxt week", "NEXT_WEEK_FRIDAY").on(2025, 3, 9), {"IN_DAYS", 5}); // on a Sunday
     expectDay(Said("nxt week mon", "NEXT_WEEK_MONDAY").on(2025, 3, 9), {"IN_DAYS", 1});
     expectDay(Said("sun next wk", "NEXT_WEEK_SUNDAY").on(2025, 3, 3), {"IN_DAYS", 13}); // ends the week
-    expectDay(Said("a week from tues", "WEEK_AFTER_TUESDAY").amount(1).on(2025, 3, 4), {"IN_DAYS", 7});
+    expectDay(Said("a week from tues", "WEEK_AFTER_TUESDAY").amount(1).on(2025, 3, 4), {"IN_DAYS", 14});
     expectDay(Said("a week from mon", "WEEK_AFTER_MONDAY").amount(1).on(2025, 3, 4), {"IN_DAYS", 13});
     expectDay(Said("fortnight from sat", "WEEK_AFTER_SATURDAY").amount(2).on(2025, 3, 4), {"IN_DAYS", 18});
     expectDay(Said("3 wks from mon", "WEEK_AFTER_MONDAY").digits({Role::Amount}).on(2025, 3, 4),
@@ -75,21 +75,64 @@ TEST(Answer, DaysOfNextWeekAreCountedFromItsMonday) {
 }
 
 TEST(Answer, DaysBeforeAndAfterAHoliday) { // Thanksgiving is on 27 November 2025, and on 26 November 2026.
-    const auto before = [](std::int64_t days) {
-        return Said("b4 turkey day", "DAY_BEFORE_THANKSGIVING").amount(days);
+    const auto before = [](int days) {
+        return Said("b4 turkey day", "THANKSGIVING").shift(Shift::DaysBefore).amount(days);
     };
-    const auto after = [](std::int64_t days) {
-        return Said("after it", "DAY_AFTER_THANKSGIVING").amount(days);
+    const auto after = [](int days) {
+        return Said("after it", "THANKSGIVING").shift(Shift::DaysAfter).amount(days);
     };
     expectDay(before(1).on(2025, 11, 20), {"IN_DAYS", 6});
     expectDay(before(7).on(2025, 11, 20), {"TODAY"});
     expectDay(before(7).on(2025, 11, 21), {"IN_DAYS", 363}); // of the next one
-    expectDay(Said("3 days b4", "DAY_BEFORE_THANKSGIVING").digits({Role::Amount}).on(2025, 11, 20),
-              {"IN_DAYS", 4});
+    expectDay(
+        Said("3 days b4", "THANKSGIVING").shift(Shift::DaysBefore).digits({Role::Amount}).on(2025, 11, 20),
+        {"IN_DAYS", 4});
     expectDay(after(1).on(2025, 11, 28), {"TODAY"});
     expectDay(after(7).on(2025, 11, 28), {"IN_DAYS", 6});
     expectDay(after(60).on(2026, 1, 5), {"IN_DAYS", 21}); // of last year's
     expectDay(before(0).on(2025, 11, 20), {"NONE"});
+    expectDay(
+        Said("2 wks b4 easter", "EASTER").shift(Shift::WeeksBefore).digits({Role::Amount}).on(2025, 3, 4),
+        {"IN_DAYS", 33}); // of 20 April
+    expectDay(Said("a wk after easter", "EASTER").shift(Shift::WeeksAfter).amount(1).on(2025, 4, 25),
+              {"IN_DAYS", 2});
+    expectDay(Said("a wk after easter", "EASTER").shift(Shift::FromTomorrow).amount(1).on(2025, 4, 25),
+              {"NONE"});
+}
+
+TEST(Answer, DaysBeforeAndAfterADate) {
+    const auto christmas = [](Shift shift, int amount) {
+        return Said("xmas", "SPECIFIC_DATE").month(12).day(25).shift(shift).amount(amount);
+    };
+    expectDay(christmas(Shift::DaysBefore, 2).on(2025, 12, 20), {"IN_DAYS", 3});
+    expectDay(christmas(Shift::DaysBefore, 2).on(2025, 12, 23), {"TODAY"});
+    expectDay(christmas(Shift::DaysBefore, 2).on(2025, 12, 24), {"IN_DAYS", 364});
+    expectDay(christmas(Shift::WeeksAfter, 1).on(2026, 1, 1), {"TODAY"});
+    expectDay(Said("day b4 7/4", "NUMERIC_DATE")
+                  .shift(Shift::DaysBefore)
+                  .amount(1)
+                  .digits({Role::Strip, Role::FirstOfPair, Role::SecondOfPair})
+                  .on(2025, 7, 1),
+              {"IN_DAYS", 2});
+    const auto ofMonth = [](Shift shift) {
+        return Said("3 days of the 31st", "SPECIFIC_DATE")
+            .month(0)
+            .shift(shift)
+            .digits({Role::Amount, Role::Day});
+    };
+    expectDay(ofMonth(Shift::DaysBefore).on(2025, 4, 4), {"IN_DAYS", 54}); // April has no 31st
+    expectDay(ofMonth(Shift::DaysAfter).on(2025, 4, 2), {"IN_DAYS", 1});
+}
+
+TEST(Answer, DaysAndMonthsFromTomorrow) {
+    const auto counted = [](std::string_view kind) {
+        return Said("1 from tmrw", kind).shift(Shift::FromTomorrow).digits({Role::Amount});
+    };
+    expectDay(counted("IN_DAYS").on(2025, 3, 4), {"IN_DAYS", 2});
+    expectDay(counted("IN_MONTHS").on(2025, 3, 4), {"IN_DAYS", 32});
+    expectDay(counted("IN_MONTHS").on(2025, 1, 30), {"IN_DAYS", 29}); // 28 February
+    expectDay(Said("1 day b4", "IN_DAYS").shift(Shift::DaysBefore).digits({Role::Amount}).on(2025, 3, 4),
+              {"NONE"});
 }
 
 TEST(Answer, DaysOfThisAndNextMonth) {
@@ -204,6 +247,7 @@ TEST(Answer, OfWhichTheNetworkIsNotSureIsNone) {
     impression.day.assign(dayCount, 0.0F);
     impression.hour.assign(hourCount, 0.0F);
     impression.minute.assign(weights.minutes.size(), 0.0F);
+    impression.shift.assign(shiftCount, 0.0F);
     const Answer answer = answerTo(weights, text, tokens, impression, reference);
     expectDay(answer, {"NONE"});
     EXPECT_EQ(answer.title, "tmrw");

@@ -77,6 +77,7 @@ void expectSame(const rapidjson::Value& line) {
     expectBest(impression.day, line["best"]["day"]);
     expectBest(impression.hour, line["best"]["hour"]);
     expectBest(impression.minute, line["best"]["minute"]);
+    expectBest(impression.shift, line["best"]["shift"]);
 
     const Answer answer = answerTo(weights, text, tokens, impression, referenceOf(line));
     EXPECT_EQ(answer.kind, textOf(line["answer"]["kind"]));

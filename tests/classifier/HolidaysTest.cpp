@@ -15,8 +15,6 @@ constexpr sys_days newYear(int y) {
 
 TEST(Holidays, FallOnTheirWeekdays) {
     EXPECT_EQ(comingHoliday("THANKSGIVING", newYear(2025)), sys_days(2025y / November / 27));
-    EXPECT_EQ(comingHoliday("DAY_BEFORE_THANKSGIVING", newYear(2025)), sys_days(2025y / November / 26));
-    EXPECT_EQ(comingHoliday("DAY_AFTER_THANKSGIVING", newYear(2024)), sys_days(2024y / November / 29));
     EXPECT_EQ(comingHoliday("CYBER_MONDAY", newYear(2024)), sys_days(2024y / December / 2));
     EXPECT_EQ(comingHoliday("MLK_DAY", newYear(2026)), sys_days(2026y / January / 19));
     EXPECT_EQ(comingHoliday("PRESIDENTS_DAY", newYear(2026)), sys_days(2026y / February / 16));

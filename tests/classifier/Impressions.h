@@ -32,12 +32,14 @@ public:
                        blank(monthCount),
                        blank(dayCount),
                        blank(hourCount),
-                       blank(weights.minutes.size())};
+                       blank(weights.minutes.size()),
+                       blank(shiftCount)};
         for (std::size_t i = 0; i < tokens_.size(); ++i)
             impression_.roles.emplace_back()[static_cast<std::size_t>(Role::Strip)] = certain;
         const auto found = std::find(weights.kinds.begin(), weights.kinds.end(), kind);
         impression_.kind.at(static_cast<std::size_t>(found - weights.kinds.begin())) = certain;
         impression_.hour.back() = certain;
+        impression_.shift.front() = certain;
     }
 
     Said& digits(std::initializer_list<Role> roles) {
@@ -61,6 +63,7 @@ public:
     Said& day(std::size_t value) { return choose(impression_.day, value); }
     Said& hour(std::size_t value) { return choose(impression_.hour, value); }
     Said& amount(int value) { return choose(impression_.amount, placeOf(programWeights().amounts, value)); }
+    Said& shift(Shift value) { return choose(impression_.shift, static_cast<std::size_t>(value)); }
     Said& minute(int value) { return choose(impression_.minute, placeOf(programWeights().minutes, value)); }
 
     Answer on(int year, int month, int day, std::string locale = "en_US") const {
