@@ -110,8 +110,16 @@ class Program(DesktopProgram):
         window = wait_until(lambda: self._window_titled(title), f"the window {title!r} is there", WAIT_SECONDS)
         wait_until(self.is_active, f"the window {title!r} has the keyboard", WAIT_SECONDS)
         is_painted = self.desktop.screen.is_painted
-        wait_until(lambda: is_painted(window.area), f"the window {title!r} is painted", WAIT_SECONDS)
+        within = without_shadow(window.area)
+        wait_until(lambda: is_painted(within), f"the window {title!r} is painted", WAIT_SECONDS)
         return window
+
+
+def without_shadow(area):
+    """What of a window is not its shadow, or less."""
+    left, top, width, height = area
+    edge = min(height // 4, 40)
+    return left + edge, top + edge, width - 2 * edge, height - 2 * edge
 
 
 class View:
