@@ -19,9 +19,9 @@ from zoneinfo import ZoneInfo
 import numpy as np
 
 import predict
+from dataset import COUNTED
 from generate import ROLES
 from net import HEADS
-from dataset import COUNTED
 from phrases import AMOUNTS, KINDS, MINUTES, SHIFTED, SHIFTS, WEEKDAYS, Meaning
 from predict import classify, outputs, softmax
 from said import line_of
@@ -128,8 +128,7 @@ def readings(tokens, role_scores, head_scores, inside):
             yield -(weight + score), roles, kind, chosen
 
     kinds = [(p, kind) for p, kind in most(head_scores["kind"], 16) if KINDS[kind] != "NONE"]
-    ways = [((*found[:1], n, *found[1:]) for n, found in enumerate(of_kind(p, kind))) for p, kind in kinds]
-    yield from heapq.merge(*ways, key=lambda found: found[0])
+    yield from heapq.merge(*(of_kind(p, kind) for p, kind in kinds), key=lambda found: found[0])
 
 
 def meaning_of(kind, roles, chosen):
@@ -151,7 +150,7 @@ def label(text, inside_characters, now, due, output, resolve):
     tokens, role_scores, head_scores = output
     inside = [inside_characters[token.start] for token in tokens]
     phrase = "".join(c for c, within in zip(text, inside_characters) if within)
-    for cost, _, roles, kind, chosen in itertools.islice(readings(tokens, role_scores, head_scores, inside), READINGS):
+    for cost, roles, kind, chosen in itertools.islice(readings(tokens, role_scores, head_scores, inside), READINGS):
         if -cost < LEAST:
             return None
         shift = SHIFTS[chosen.get("shift", 0)]

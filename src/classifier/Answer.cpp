@@ -249,8 +249,7 @@ private:
         if ((shift_ == Shift::FromTomorrow) != kind.starts_with("IN_"))
             return false;
         if (shift_ == Shift::FromTomorrow) {
-            tomorrow_ = days(1);
-            today_ += tomorrow_;
+            today_ += days(1);
             return true;
         }
         const auto count = amount();
@@ -402,7 +401,7 @@ private:
     }
 
     bool on(sys_days date) {
-        const auto distance = (date - today_ + tomorrow_).count();
+        const auto distance = (date - today_).count() + (shift_ == Shift::FromTomorrow ? 1 : 0);
         if (distance < 0)
             return false;
         answer_.kind = distance == 0 ? "TODAY" : "IN_DAYS";
@@ -414,8 +413,7 @@ private:
     const std::vector<Token>& tokens_;
     const Impression& impression_;
     const std::string_view locale_;
-    sys_days today_;   ///< from which the day is read
-    days tomorrow_{0}; ///< what it is later than today where the text counts from tomorrow
+    sys_days today_; ///< from which the day is read; see readShift
     Shift shift_ = Shift::None;
     std::vector<Role> roles_;
     Answer answer_;
