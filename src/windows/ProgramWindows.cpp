@@ -4,6 +4,7 @@
 #include "linux/hotkey/KeyPositions.h"
 #include "linux/loginitem/LoginItemOfThisSession.h"
 #include "linux/windows/EveryDesktop.h"
+#include "linux/windows/WithoutWindowManager.h"
 #include "ui/windows/MakeWindow.h"
 
 #include <QApplication>
@@ -21,7 +22,7 @@ class ShownPopover final : public PopoverPlace {
 public:
     ShownPopover(Popover::Engine engine, PopoverModel& model, const AppearanceSettings& appearance,
                  const std::function<void(bool)>& listShown)
-        : popover_(std::move(engine), model, appearance) {
+        : popover_(std::move(engine), model, appearance, withoutWindowManager) {
         QObject::connect(&popover_, &Popover::shownChanged, &popover_, listShown);
     }
 

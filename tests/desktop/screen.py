@@ -18,7 +18,8 @@ COLOURS_OF_EMPTINESS = 64
 
 class Window:
     """A top-level window of a program. `process` is the number of the process that it belongs to, or None; `is_managed`
-    says whether the window manager looks after it. One that has gone raises BadWindow or BadDrawable."""
+    says whether the window manager looks after it, `is_menu` whether it is a menu. One that has gone raises BadWindow or
+    BadDrawable."""
 
     def __init__(self, display, handle):
         self._display = display
@@ -28,6 +29,10 @@ class Window:
         title = self._read("_NET_WM_NAME")
         self.title = title.decode() if isinstance(title, bytes) else ""
         self.is_managed = not handle.get_attributes().override_redirect
+        # Qt does not say that its menus are menus, but keeps window managers off them.
+        kinds = {kind.removeprefix("_NET_WM_WINDOW_TYPE_") for kind in self.kinds}
+        looks_like_a_menu = not self.is_managed and "NORMAL" in kinds and "UTILITY" not in kinds
+        self.is_menu = looks_like_a_menu or "POPUP_MENU" in kinds
 
     def _read(self, name):
         """The value of the property, or None."""
@@ -99,6 +104,14 @@ class Screen:
     def has_window_manager(self):
         return self._root_property("_NET_SUPPORTING_WM_CHECK") is not None
 
+    def rename_window_manager(self, name):
+        (window,) = self._root_property("_NET_SUPPORTING_WM_CHECK")
+        handle = self.display.create_resource_object("window", window)
+        handle.change_property(
+            self.display.get_atom("_NET_WM_NAME"), self.display.get_atom("UTF8_STRING"), 8, name.encode()
+        )
+        self.display.sync()
+
     def has_compositor(self):
         return self.display.get_selection_owner(self.display.get_atom("_NET_WM_CM_S0")) != X.NONE
 
@@ -109,7 +122,7 @@ class Screen:
     def windows(self, process):
         """The visible top-level windows of the process, from bottom to top, without menus and the like."""
         found = map(self._client, self.root.query_tree().children)
-        return [window for window in found if window and window.process == process and window.is_managed]
+        return [window for window in found if window and window.process == process and not window.is_menu]
 
     def _client(self, handle, depth=2):
         """The program's window in a frame of the window manager, which may be the frame itself; or None."""
@@ -133,14 +146,9 @@ class Screen:
 
     def _is_menu(self, handle):
         try:
-            attributes = handle.get_attributes()
-            kinds = Window(self.display, handle).kinds
+            return Window(self.display, handle).is_menu and handle.get_attributes().map_state == X.IsViewable
         except (error.BadWindow, error.BadDrawable):  # It went while we looked.
             return False
-        # Qt does not say that its menus are menus, but keeps window managers off them.
-        says_so = "_NET_WM_WINDOW_TYPE_POPUP_MENU" in kinds
-        looks_so = "_NET_WM_WINDOW_TYPE_NORMAL" in kinds and attributes.override_redirect
-        return (says_so or looks_so) and attributes.map_state == X.IsViewable
 
     def process_at(self, place):
         """The process whose window is uppermost at that place, or None."""

@@ -71,7 +71,7 @@ class Costs(unittest.TestCase):
 
     def test_in_use(self):
         figures = self.stage.in_use(quillo_desktop(), self.quillos[FEW], OPENINGS, IDLE_SECONDS)
-        self.assertLessEqual(min(figures["reopen_wall_ms"]), 50, figures)
+        self.assertLessEqual(min(figures["reopen_wall_ms"]), 25, figures)
         self.assertLessEqual(figures["closed_anonymous_mb"], 25)
         self.assertLessEqual(figures["just_closed_context_switches"], MOST_SWITCHES)
         self.assertEqual(figures["idle_context_switches"], 0)

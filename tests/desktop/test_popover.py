@@ -1,5 +1,8 @@
 """The popover: tasks are typed into it, shown in it, and everything else is found from it."""
 
+import os
+import pathlib
+import tempfile
 import unittest
 
 from desktop_program import DesktopProgram, wait_until
@@ -167,6 +170,23 @@ class Options(PopoverTest):
         self.fail(f"{name} is not reached")
 
 
+class Terminal:
+    """A program of somebody else's, whose window takes what is typed."""
+
+    def __init__(self, test):
+        handle, self._heard = tempfile.mkstemp()
+        os.close(handle)
+        test.addCleanup(os.remove, self._heard)
+        keep = f"cat > {self._heard}"
+        self.process = test.desktop.start("xterm", "-geometry", "80x24+100+400", "-e", keep)
+        test.addCleanup(self.process.stop)
+        shown = test.desktop.screen.windows
+        (self.window,) = wait_until(lambda: shown(self.process.process.pid), "there is a terminal")
+
+    def heard(self):
+        return pathlib.Path(self._heard).read_text()
+
+
 class ComingAndGoing(PopoverTest):
     def test_escape_closes_it(self):
         self.open()
@@ -174,15 +194,57 @@ class ComingAndGoing(PopoverTest):
         self.eventually(self.program.has_popover, False)
 
     def test_a_click_elsewhere_closes_it(self):
-        terminal = self.desktop.start("xterm", "-geometry", "80x24+100+400")
-        self.addCleanup(terminal.stop)
-        screen = self.desktop.screen
-        (window,) = wait_until(lambda: screen.windows(terminal.process.pid), "there is a terminal")
+        terminal = self.start_terminal()
         self.open()
-        left, top, width, height = window.area
-        self.input.click((left + width // 2, top + height // 2))
+        self.input.click(terminal.window.centre)
         self.eventually(self.program.has_popover, False)
-        self.eventually(screen.active_process, terminal.process.pid)
+        self.assert_has_the_keyboard(terminal)
+
+    def test_escape_gives_the_keyboard_back(self):
+        terminal = self.start_terminal()
+        self.open()
+        self.input.key("Escape")
+        self.eventually(self.program.has_popover, False)
+        self.assert_has_the_keyboard(terminal)
+
+    def test_the_icon_gives_the_keyboard_back(self):
+        terminal = self.start_terminal()
+        self.open()
+        self.input.click(self.desktop.status_icon())
+        self.eventually(self.program.has_popover, False)
+        self.assert_has_the_keyboard(terminal)
+
+    def test_a_window_that_has_gone_meanwhile_gets_no_keyboard(self):
+        terminal = self.start_terminal()
+        self.open()
+        terminal.process.stop()
+        self.input.type("milk\n")
+        self.popover.row("milk")
+        self.input.key("Escape")
+        self.eventually(self.program.has_popover, False)
+        self.open_again()
+
+    def test_another_workspace_is_not_covered(self):
+        self.start_terminal()
+        self.open()
+        self.desktop.screen.switch_to_workspace(1)
+        self.addCleanup(self.desktop.screen.switch_to_workspace, 0)
+        self.eventually(self.program.has_popover, False)
+
+    def test_the_window_manager_is_not_asked(self):
+        self.assertFalse(self.open().window.is_managed)
+
+    def test_a_window_manager_that_may_lose_the_keyboard_is_asked(self):
+        self.desktop.screen.rename_window_manager("Unheard-of")
+        self.addCleanup(self.desktop.screen.rename_window_manager, "Openbox")
+        terminal = self.start_terminal()
+        self.assertTrue(self.open().window.is_managed)
+        self.input.type("milk\n")
+        self.popover.row("milk")
+        self.input.key("Escape")
+        self.eventually(self.program.has_popover, False)
+        self.assert_has_the_keyboard(terminal)
+        self.open_again()
 
     def test_a_second_start_opens_it_and_ends(self):
         self.program = self.start()
@@ -206,6 +268,24 @@ class ComingAndGoing(PopoverTest):
             popover.row(f"task {number}")
             self.input.key("Escape")
             self.eventually(self.program.has_popover, False)
+
+    def start_terminal(self):
+        """A terminal that has the keyboard, and shows what is typed into it."""
+        terminal = Terminal(self)
+        self.input.click(terminal.window.centre)
+        self.eventually(self.desktop.screen.active_process, terminal.process.process.pid)
+        return terminal
+
+    def assert_has_the_keyboard(self, terminal):
+        self.eventually(self.desktop.screen.active_process, terminal.process.process.pid)
+        self.input.type("echo\n")
+        self.eventually(terminal.heard, "echo\n")
+
+    def open_again(self):
+        """It has the keyboard then."""
+        popover = self.program.open_popover()
+        self.input.type("bread\n")
+        popover.row("bread")
 
     def test_all_is_there_after_a_restart(self):
         self.open()

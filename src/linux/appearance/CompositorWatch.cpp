@@ -1,25 +1,15 @@
 #include "linux/appearance/CompositorWatch.h"
 
 #include "base/Log.h"
+#include "linux/x11/Xcb.h"
 
-#include <xcb/xcb.h>
 #include <xcb/xfixes.h>
 
-#include <cstdlib>
 #include <string>
 
 namespace quillo {
 
 namespace {
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
-template <class Reply>
-std::unique_ptr<Reply, Free> owned(Reply* reply) {
-    return std::unique_ptr<Reply, Free>(reply);
-}
 
 constexpr std::uint32_t everyChange = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
@@ -40,12 +30,9 @@ CompositorWatch::CompositorWatch() {
         return;
     }
     const std::string name = "_NET_WM_CM_S" + std::to_string(screen);
-    const auto atom = owned(xcb_intern_atom_reply(
-        connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
-        nullptr));
-    if (!atom)
+    selection_ = atom(connection, name);
+    if (selection_ == XCB_ATOM_NONE)
         return;
-    selection_ = atom->atom;
     // Before asking who owns it, so that no change is missed in between.
     follow();
     const auto owner = owned(
@@ -67,8 +54,7 @@ void CompositorWatch::follow() {
         connection, xcb_xfixes_query_version(connection, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
         nullptr));
     ownerChanged_ = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    xcb_xfixes_select_selection_input(connection, root, selection_, everyChange);
+    xcb_xfixes_select_selection_input(connection, rootWindow(connection), selection_, everyChange);
     readable_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection), QSocketNotifier::Read);
     QObject::connect(readable_.get(), &QSocketNotifier::activated, [this] { read(); });
     xcb_flush(connection);

@@ -2,28 +2,18 @@
 
 #include "base/Log.h"
 #include "linux/hotkey/KeyPositions.h"
+#include "linux/x11/Xcb.h"
 
 #include <X11/keysym.h>
-#include <xcb/xcb.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <initializer_list>
 #include <set>
 
 namespace quillo {
 
 namespace {
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
-template <class Reply>
-std::unique_ptr<Reply, Free> owned(Reply* reply) {
-    return std::unique_ptr<Reply, Free>(reply);
-}
 
 /// The bit of the first modifier that one of the keysyms has a key for; 0 if there is none.
 std::uint16_t modifierWith(std::initializer_list<xcb_keysym_t> wanted,

@@ -1,27 +1,12 @@
 #include "linux/windows/EveryDesktop.h"
 
-#include <xcb/xcb.h>
+#include "linux/x11/Xcb.h"
 
 #include <QGuiApplication>
 #include <QWindow>
 #include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 namespace quillo {
-
-namespace {
-
-xcb_atom_t atom(xcb_connection_t* connection, std::string_view name) {
-    xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(
-        connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr);
-    const xcb_atom_t found = reply != nullptr ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-    std::free(reply);
-    return found;
-}
-
-} // namespace
 
 void showOnEveryDesktop(QWindow& window) {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();

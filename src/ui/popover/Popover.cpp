@@ -22,8 +22,10 @@ constexpr int fadeMilliseconds = 100;
 
 } // namespace
 
-Popover::Popover(Engine engine, PopoverModel& model, const AppearanceSettings& appearance)
+Popover::Popover(Engine engine, PopoverModel& model, const AppearanceSettings& appearance,
+                 WithoutWindowManager withoutWindowManager)
     : engine_(std::move(engine)), model_(model), appearance_(appearance),
+      withoutWindowManager_(std::move(withoutWindowManager)),
       loss_([this] { return !shown_ || window_->isActive(); },
             [this] {
                 close();
@@ -43,19 +45,24 @@ Popover::~Popover() = default;
 void Popover::show(const std::optional<ScreenPoint>& anchor, const std::string& activationToken) {
     if (!window_ && !make())
         return;
-    if (!shown_) {
+    const bool comes = !shown_;
+    if (comes) {
         place(anchor);
         loss_.aboutToShow();
         setShown(true);
         fadeTo(1);
     }
     present(*window_, activationToken);
+    if (comes && keyboard_)
+        keyboard_->take();
 }
 
 void Popover::close() {
     if (!shown_)
         return;
     setShown(false);
+    if (keyboard_)
+        keyboard_->giveBack();
     fadeTo(0);
 }
 
@@ -71,6 +78,8 @@ bool Popover::make() {
                          {{QStringLiteral("model"), QVariant::fromValue(&model_)}});
     if (!window_)
         return false;
+    if (withoutWindowManager_)
+        keyboard_ = withoutWindowManager_(*window_);
     const auto blend = [this](const Appearance& appearance) {
         window_->setProperty("translucent", !appearance.reduceTransparency);
     };

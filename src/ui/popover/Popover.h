@@ -3,6 +3,7 @@
 
 #include "base/Signal.h"
 #include "ports/AppearanceSettings.h"
+#include "ports/BorrowedKeyboard.h"
 #include "ports/StatusItem.h"
 #include "ui/windows/KeyboardLoss.h"
 
@@ -16,6 +17,7 @@
 
 class QQmlEngine;
 class QQuickWindow;
+class QWindow;
 
 namespace quillo {
 
@@ -31,7 +33,11 @@ public:
     /// Asked for when the popover is first shown; outlives it, as do model and appearance.
     using Engine = std::function<QQmlEngine&()>;
 
-    Popover(Engine engine, PopoverModel& model, const AppearanceSettings& appearance);
+    /// Keeps the window manager off a window, where windows may do without; else null.
+    using WithoutWindowManager = std::function<std::unique_ptr<BorrowedKeyboard>(QWindow&)>;
+
+    Popover(Engine engine, PopoverModel& model, const AppearanceSettings& appearance,
+            WithoutWindowManager withoutWindowManager = {});
     ~Popover() override;
 
     /// False from the moment on at which it begins to go.
@@ -60,7 +66,9 @@ private:
     const Engine engine_;
     PopoverModel& model_;
     const AppearanceSettings& appearance_;
-    std::unique_ptr<QQuickWindow> window_; ///< none before the first showing
+    const WithoutWindowManager withoutWindowManager_;
+    std::unique_ptr<QQuickWindow> window_;       ///< none before the first showing
+    std::unique_ptr<BorrowedKeyboard> keyboard_; ///< none where the window manager gives it to the window
     bool shown_ = false;
     KeyboardLoss loss_;
     QVariantAnimation fading_;
