@@ -105,7 +105,7 @@ def desktop(found):
     print(
         "The bare Qt list window, taken away and brought back: "
         f"{number(bare['reopen_wall_ms'])} ms until it is painted, {number(bare['reopen_cpu_ms'])} ms of processor time. "
-        "What both wait for is the window manager.\n"
+        "It waits for the window manager, which the popover does without.\n"
     )
     print("The bare Qt tray program at rest, for comparison:\n")
     (floor,) = found["resting"].values()
