@@ -1,10 +1,14 @@
 #include "ui/controls/ShadowPicture.h"
 
 #include <QImage>
-#include <QPaintDevice>
-#include <QPainter>
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <QSGNode>
+#include <QSGTexture>
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <memory>
 
 namespace quillo {
 
@@ -37,37 +41,80 @@ struct Shadow {
     }
 };
 
+/// The four corners of a shadow, with one line and one column between them, where its sides are straight.
+struct Corners {
+    Shadow shadow;
+    int width;  ///< of one
+    int height; ///< of one
+
+    explicit Corners(const Shadow& shadow)
+        : shadow(shadow), width(extent(shadow.width)), height(extent(shadow.height)) {}
+
+    int extent(double all) const {
+        return std::min(static_cast<int>(all) / 2, static_cast<int>(std::ceil(shadow.reach + shadow.radius)));
+    }
+
+    QImage picture() const {
+        QImage picture(2 * width + 1, 2 * height + 1, QImage::Format_ARGB32_Premultiplied);
+        for (int y = 0; y < picture.height(); ++y) {
+            auto* const line = reinterpret_cast<QRgb*>(picture.scanLine(y));
+            for (int x = 0; x < picture.width(); ++x)
+                line[x] = shadow.color(std::min(x, 2 * width - x), std::min(y, 2 * height - y));
+        }
+        return picture;
+    }
+};
+
+/// What is drawn: pieces of one picture, which goes with them.
+struct ShadowNode : QSGNode {
+    std::unique_ptr<QSGTexture> texture;
+};
+
 } // namespace
 
-ShadowPicture::ShadowPicture(QQuickItem* parent) : QQuickPaintedItem(parent) {
+ShadowPicture::ShadowPicture(QQuickItem* parent) : QQuickItem(parent) {
+    setFlag(ItemHasContents);
     connect(this, &ShadowPicture::changed, this, [this] { update(); });
 }
 
-void ShadowPicture::paint(QPainter* painter) {
-    const double scale = painter->device()->devicePixelRatioF();
+QSGNode* ShadowPicture::updatePaintNode(QSGNode* node, UpdatePaintNodeData*) {
+    delete node;
+    const double scale = window()->effectiveDevicePixelRatio();
     const QSize size = (boundingRect().size() * scale).toSize();
     if (size.isEmpty() || reach_ <= 0)
-        return;
-    const Shadow shadow{static_cast<double>(size.width()), static_cast<double>(size.height()),
-                        cornerRadius_ * scale, reach_ * scale, strength_};
-    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    // One quarter is worked out. Where both sides are straight, each line and each column is like the next.
-    const int corner = static_cast<int>(std::ceil(shadow.reach + shadow.radius));
-    const int across = std::min((size.width() + 1) / 2, corner + 1);
-    const int down = std::min((size.height() + 1) / 2, corner + 1);
-    const auto line = [&](int y) { return reinterpret_cast<QRgb*>(picture.scanLine(y)); };
-    for (int y = 0; y < down; ++y) {
-        QRgb* const top = line(y);
-        for (int x = 0; x < across; ++x)
-            top[x] = top[size.width() - 1 - x] = shadow.color(x, y);
-        std::fill(top + across, top + size.width() - across, top[across - 1]);
-        std::copy_n(top, size.width(), line(size.height() - 1 - y));
-    }
-    for (int y = down; y < size.height() - down; ++y)
-        std::copy_n(line(down - 1), size.width(), line(y));
-    picture.setDevicePixelRatio(scale);
-    painter->drawImage(0, 0, picture);
+        return nullptr;
+    const Corners corners(Shadow{static_cast<double>(size.width()), static_cast<double>(size.height()),
+                                 cornerRadius_ * scale, reach_ * scale, strength_});
+    auto shadow = std::make_unique<ShadowNode>();
+    shadow->texture.reset(
+        window()->createTextureFromImage(corners.picture(), QQuickWindow::TextureHasAlphaChannel));
+    // Where the pieces begin and end, in the picture and on the screen.
+    const auto inPicture = [](int corner) { return std::array{0, corner, corner + 1, 2 * corner + 1}; };
+    const auto onScreen = [](int corner, int all) { return std::array{0, corner, all - corner, all}; };
+    const auto fromX = inPicture(corners.width);
+    const auto fromY = inPicture(corners.height);
+    const auto toX = onScreen(corners.width, size.width());
+    const auto toY = onScreen(corners.height, size.height());
+    for (std::size_t row = 0; row < 3; ++row)
+        for (std::size_t column = 0; column < 3; ++column) {
+            const QSizeF extent(toX[column + 1] - toX[column], toY[row + 1] - toY[row]);
+            if (extent.isEmpty() || (row == 1 && column == 1))
+                continue;
+            QSGImageNode* piece = window()->createImageNode();
+            piece->setTexture(shadow->texture.get());
+            piece->setFiltering(QSGTexture::Nearest);
+            piece->setSourceRect(fromX[column], fromY[row], fromX[column + 1] - fromX[column],
+                                 fromY[row + 1] - fromY[row]);
+            piece->setRect(QRectF(QPointF(toX[column], toY[row]) / scale, extent / scale));
+            shadow->appendChildNode(piece);
+        }
+    return shadow.release();
+}
+
+void ShadowPicture::itemChange(ItemChange change, const ItemChangeData& data) {
+    if (change == ItemDevicePixelRatioHasChanged)
+        update();
+    QQuickItem::itemChange(change, data);
 }
 
 } // namespace quillo

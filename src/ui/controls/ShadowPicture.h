@@ -3,14 +3,14 @@
 
 #include <QtQml/qqmlregistration.h>
 
-#include <QQuickPaintedItem>
+#include <QQuickItem>
 
 namespace quillo {
 
 /// The shadow of something with round corners that lies in the middle of this item; nothing of it is beneath
-/// that. Worked out for the screen's own pixels, so that it is even where the screen is scaled by a fraction.
-/// Lives on the main thread.
-class ShadowPicture : public QQuickPaintedItem {
+/// that. Worked out for the screen's own pixels, so that it is even where the screen is scaled by a fraction;
+/// only its corners are kept as a picture. Lives on the main thread.
+class ShadowPicture : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     /// Of what is in the middle.
@@ -23,10 +23,12 @@ class ShadowPicture : public QQuickPaintedItem {
 public:
     explicit ShadowPicture(QQuickItem* parent = nullptr);
 
-    void paint(QPainter* painter) override;
-
 Q_SIGNALS:
     void changed();
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
     qreal cornerRadius_ = 0;
