@@ -136,6 +136,7 @@ PickerFrame {
         id: segments
         // Times are written from left to right, whatever the direction of the rest.
         LayoutMirroring.enabled: false
+        LayoutMirroring.childrenInherit: true
         anchors.centerIn: parent
         spacing: 2
 
