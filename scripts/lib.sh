@@ -17,7 +17,7 @@ test_packages=(libgtest-dev libgmock-dev librapidcheck-dev python3 tzdata sqlite
   fonts-dejavu-core desktop-file-utils appstream
   lighttpd lighttpd-mod-webdav openssl gnome-keyring)
 # What a private desktop is made of, and the program's windows at run time.
-desktop_test_packages=(xvfb openbox picom xfce4-panel dunst dbus-daemon at-spi2-core xterm fonts-dejavu-core adwaita-icon-theme
+desktop_test_packages=(xvfb openbox xfwm4 picom xfce4-panel dunst dbus-daemon at-spi2-core xterm fonts-dejavu-core adwaita-icon-theme
   qt6-translations-l10n python3 python3-gi gir1.2-glib-2.0 python3-xlib python3-pil libfaketime)
 test_packages+=("${desktop_test_packages[@]}")
 long_test_packages=(apache2-bin rclone clang-tidy kwin-wayland xdg-desktop-portal xdg-desktop-portal-kde qtwayland5 qt6-wayland)

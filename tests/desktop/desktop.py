@@ -88,7 +88,8 @@ history_length = 100
 
 
 class Desktop:
-    """With `taken_keys` (such as "C-A-W-t") another program holds these key combinations. What is false in `compositor`,
+    """The window manager is openbox or xfwm4; `workspaces` and `taken_keys` are for the former only. With `taken_keys`
+    (such as "C-A-W-t") another program holds these key combinations. What is false in `compositor`,
     `panel`, `notifications` or `bus` is not there. `appearance` is what the settings portal says at first, see portal.py.
     """
 
@@ -100,6 +101,7 @@ class Desktop:
         panel=True,
         notifications=True,
         bus=True,
+        window_manager="openbox",
         workspaces=2,
         taken_keys=(),
         appearance=None,
@@ -112,7 +114,7 @@ class Desktop:
                 (self._start_bus, bus),
                 (self._start_accessibility, bus),
                 (self._start_portal, bus),
-                (self._start_window_manager, True),
+                (self._start_openbox if window_manager == "openbox" else self._start_xfwm4, True),
                 (self.start_compositor, compositor),
                 (self.start_panel, bus and panel),
                 (self.start_notifications, bus and notifications),
@@ -226,11 +228,17 @@ class Desktop:
         self.portal = Portal(self, self._appearance)
         self._wait_for_owner(PORTAL)
 
-    def _start_window_manager(self):
+    def _start_openbox(self):
         configuration = self.folder / "openbox.xml"
         bindings = "".join(map(BINDING.format, self._taken_keys))
         configuration.write_text(WINDOW_MANAGER.format(workspaces=self._workspaces, bindings=bindings))
-        self.start("openbox", "--sm-disable", "--config-file", str(configuration))
+        self._start_window_manager("openbox", "--sm-disable", "--config-file", str(configuration))
+
+    def _start_xfwm4(self):
+        self._start_window_manager("xfwm4", "--compositor=off", "--sm-client-disable")
+
+    def _start_window_manager(self, *command):
+        self.start(*command)
         wait_until(self.screen.has_window_manager, "the window manager is there")
 
     def start_compositor(self):

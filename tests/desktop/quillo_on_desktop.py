@@ -7,6 +7,7 @@ leaves there what was on the screen then, and what the programs have said.
 import os
 import pathlib
 import sys
+import tempfile
 import time
 
 from gi.repository import GLib
@@ -331,3 +332,37 @@ class StatusItem:
         parameters = GLib.Variant("(iias)", (0, -1, []))
         _, (_, _, children) = self._bus.call(self._name, self.Menu, self.MENU, "GetLayout", parameters)
         return [properties for _, properties, _ in children]
+
+
+class Terminal:
+    """A program of somebody else's, whose window takes what is typed."""
+
+    def __init__(self, test):
+        handle, self._heard = tempfile.mkstemp()
+        os.close(handle)
+        test.addCleanup(os.remove, self._heard)
+        keep = f"cat > {self._heard}"
+        self.process = test.desktop.start("xterm", "-geometry", "80x24+100+400", "-e", keep)
+        test.addCleanup(self.process.stop)
+        shown = test.desktop.screen.windows
+        (self.window,) = wait_until(lambda: shown(self.process.process.pid), "there is a terminal")
+
+    def heard(self):
+        return pathlib.Path(self._heard).read_text()
+
+
+class BesideATerminal:
+    """For a DesktopTest in which somebody else's program has the keyboard first."""
+
+    def start_terminal(self):
+        """A terminal that has the keyboard, and shows what is typed into it."""
+        terminal = Terminal(self)
+        self.input.click(terminal.window.centre)
+        self.eventually(self.desktop.screen.active_process, terminal.process.process.pid)
+        return terminal
+
+    def assert_has_the_keyboard(self, terminal):
+        self.eventually(self.desktop.screen.active_process, terminal.process.process.pid)
+        before = terminal.heard()
+        self.input.type("echo\n")
+        self.eventually(terminal.heard, before + "echo\n")

@@ -1,8 +1,5 @@
 """The popover: tasks are typed into it, shown in it, and everything else is found from it."""
 
-import os
-import pathlib
-import tempfile
 import unittest
 
 from desktop_program import DesktopProgram, wait_until
@@ -14,6 +11,7 @@ from quillo_on_desktop import (
     NEW_TASK,
     SHOW_DONE,
     WAIT_SECONDS,
+    BesideATerminal,
     DesktopTest,
 )
 
@@ -170,24 +168,7 @@ class Options(PopoverTest):
         self.fail(f"{name} is not reached")
 
 
-class Terminal:
-    """A program of somebody else's, whose window takes what is typed."""
-
-    def __init__(self, test):
-        handle, self._heard = tempfile.mkstemp()
-        os.close(handle)
-        test.addCleanup(os.remove, self._heard)
-        keep = f"cat > {self._heard}"
-        self.process = test.desktop.start("xterm", "-geometry", "80x24+100+400", "-e", keep)
-        test.addCleanup(self.process.stop)
-        shown = test.desktop.screen.windows
-        (self.window,) = wait_until(lambda: shown(self.process.process.pid), "there is a terminal")
-
-    def heard(self):
-        return pathlib.Path(self._heard).read_text()
-
-
-class ComingAndGoing(PopoverTest):
+class ComingAndGoing(BesideATerminal, PopoverTest):
     def test_escape_closes_it(self):
         self.open()
         self.input.key("Escape")
@@ -268,18 +249,6 @@ class ComingAndGoing(PopoverTest):
             popover.row(f"task {number}")
             self.input.key("Escape")
             self.eventually(self.program.has_popover, False)
-
-    def start_terminal(self):
-        """A terminal that has the keyboard, and shows what is typed into it."""
-        terminal = Terminal(self)
-        self.input.click(terminal.window.centre)
-        self.eventually(self.desktop.screen.active_process, terminal.process.process.pid)
-        return terminal
-
-    def assert_has_the_keyboard(self, terminal):
-        self.eventually(self.desktop.screen.active_process, terminal.process.process.pid)
-        self.input.type("echo\n")
-        self.eventually(terminal.heard, "echo\n")
 
     def open_again(self):
         """It has the keyboard then."""
