@@ -48,6 +48,8 @@ TEST(PopoverPosition, IsBesideThePanelOfItsIcon) {
         {"over one at the bottom", {640, 790}, {noPanel}, {460, 296}},
         {"beside one on the left", {5, 400}, {noPanel}, {19, 160}},
         {"beside one on the right", {1275, 400}, {noPanel}, {901, 160}},
+        {"at the right end of one at the top of which nothing is known", {1275, 16}, {noPanel}, {916, 30}},
+        {"at the right end of one at the bottom", {1275, 784}, {noPanel}, {916, 290}},
         {"on a second screen", {3000, 10}, {noPanel, second}, {2820, 34}},
         {"on one above", {100, -10}, {noPanel, above}, {4, -520}},
     };

@@ -17,6 +17,9 @@ constexpr int gap = 4;
 /// only the anchor tells where the icon is.
 constexpr int halfIcon = 14;
 
+/// So near to the upper or lower edge are the anchors on panels that lie along it.
+constexpr int nearEdge = 32;
+
 constexpr int quickAddRise = 80;
 
 /// So that all of it can be seen, or at least its top left.
@@ -40,7 +43,9 @@ const ScreenArea* screenAtOrFirst(const std::vector<ScreenArea>& screens, const 
 
 enum class Edge { top, bottom, left, right };
 
-/// That of the panel which the anchor is on: the one whose room it lies in; else the nearest.
+/// That of the panel which the anchor is on: the one whose room it lies in. Where no room is known to be
+/// kept, as under X11 with several screens, it is the upper or lower one, along which most panels lie and at
+/// whose ends their icons are; else the nearest.
 Edge edgeOf(const ScreenArea& screen, const QPoint& anchor) {
     const QRect& free = screen.available;
     if (anchor.y() < free.top())
@@ -52,6 +57,10 @@ Edge edgeOf(const ScreenArea& screen, const QPoint& anchor) {
     if (anchor.x() > free.right())
         return Edge::right;
     const QRect& all = screen.geometry;
+    if (anchor.y() - all.top() <= nearEdge)
+        return Edge::top;
+    if (all.bottom() - anchor.y() <= nearEdge)
+        return Edge::bottom;
     struct Distance {
         int length;
         Edge edge;
