@@ -76,6 +76,17 @@ class Negatives:
                 "seconds",
             ]
         )
+        day = lambda: r.choice(
+            [
+                f"{month()} {n(1, 29)}{r.choice(['', 'th', 'st', 'rd'])}",
+                f"{n(1, 29)} {month()}",
+                f"{n(1, 13)}/{n(1, 29)}",
+                weekday(),
+                month(),
+                f"the {n(1, 29)}th",
+                r.choice(["new years", "christmas", "easter", "thanksgiving", "halloween", "labor day", "xmas"]),
+            ]
+        )
         do = lambda: r.choice(DO)
         person = lambda: r.choice(PEOPLE)
         some = lambda: r.choice(
@@ -156,6 +167,19 @@ class Negatives:
             lambda: f"{n(1, 30)}{r.choice(['a', 'b', 'p', 'A'])} {r.choice(['on the seating plan', 'in the catalog', 'on the map', 'on the form', 'on the list', 'on the floor plan', 'is empty', 'needs a new lock', 'is broken', 'and ' + str(n(1, 30)) + 'b', 'has no key', 'wants a refund'])}{r.choice(['', ', tell ' + person(), ', ask ' + person()])}",
             lambda: f"{do()} {thing()}, {r.choice(['not urgent', 'low priority', 'no rush', 'whenever'])} {r.choice(['later', 'maybe', 'someday', 'asap', 'soon', ''])}",
             lambda: f"{do()} {thing()} {r.choice(['that expires', 'which ends', 'valid until', 'expiring', 'made', 'born', 'dated', 'printed', 'from'])} {r.choice([str(n(1, 13)) + '/' + str(n(1, 29)) + '/' + str(n(2028, 2040)), month() + ' ' + str(n(1990, 2022)), month() + ' ' + str(n(2028, 2040)), str(n(1, 29)) + ' ' + month() + ' ' + str(n(1950, 2020)), str(n(1, 13)) + '/' + str(n(1, 29)) + '/' + str(n(1950, 2020))])}",
+            # What happened, lasts or happens at times.
+            lambda: f"{do()} {thing()} {r.choice(['we', 'I', 'they', person()])} {r.choice(['saw', 'had', 'found', 'got', 'made', 'lost', 'bought', 'ordered', 'sent', 'paid for', 'broke', 'reported', 'talked about', 'shot', 'recorded'])} {r.choice(['on', 'in', 'after', 'before', 'around', 'back on'])} {day()}",
+            lambda: f"{thing()} {r.choice(['went missing', 'broke', 'was moved', 'was fixed', 'came back', 'died', 'started leaking', 'arrived', 'was delivered', 'got lost', 'opened'])} {r.choice(['on', 'after', 'before', 'around', ''])} {day()}",
+            lambda: f"{do()} {r.choice(['minutes', 'notes', 'invoice', 'slides', 'recording', 'agenda', 'photos', 'transcript', 'receipt', 'summary', 'video', 'chart'])} {r.choice(['of', 'from', 'for'])} {r.choice(['the', 'our', ''])} {day()} {r.choice(['board', 'team', 'budget', 'parent', 'staff', 'client', noun()])} {r.choice(['meeting', 'call', 'hearing', 'session', 'visit', 'class', 'game', 'party'])}",
+            lambda: f"{do()} {thing()} for {r.choice(['', 'the '])}{weekday()} {r.choice(['crew', 'shift', 'team', 'group', 'class', 'regulars', 'league', 'choir', 'ladies', 'staff'])}",
+            lambda: f"{r.choice(['rest days', 'closed', 'open', 'days off', 'trash days', 'classes', 'shifts', 'office hours', 'practice', 'hours', thing()])}: {weekday()} {r.choice(['and', 'to', '-', 'thru', '&', '/', 'or'])} {weekday()}",
+            lambda: f"{thing()} {r.choice(['dies', 'cuts out', 'goes bad', 'shuts off', 'logs out', 'gets hot', 'stops', 'resets', 'melts', 'spoils', 'expires', 'times out', 'drops', 'beeps'])} {r.choice(['after', 'within', 'every', 'after just', 'after only'])} {r.choice(['', 'about', 'around', 'roughly'])} {some()} {unit()}",
+            lambda: f"{do()} {thing()} {some()} {r.choice(['nights', 'days', 'evenings', 'times', 'mornings', 'hours', 'weekends', 'x'])} {r.choice(['a', 'per', 'each', 'every'])} {r.choice(['week', 'month', 'year', 'day'])}",
+            lambda: f"{r.choice(['stop', 'quit', 'avoid', 'less', 'no more', 'cut down on', 'no', 'more'])} {thing()} {r.choice(['in the', 'on', 'late', ''])} {r.choice(['mornings', 'afternoons', 'evenings', 'weeknights', 'weekends', 'mondays', 'sundays'])}",
+            lambda: f"{do()} {thing()} {r.choice(['soon ish', 'soon-ish', 'soonish', 'some time', 'one day soon', 'at some stage', 'sometime or other', 'when able', 'this year sometime', 'down the road'])}",
+            lambda: f"{do()} {r.choice(['office', 'section', 'clause', 'para', 'line', 'room', 'rule', 'fig', 'lab', 'grade', 'release', 'ver', 'pt'])} {n(1, 13)}.{n(1, 60):02}",
+            lambda: f"{do()} {r.choice(PEOPLE)} {r.choice(['&', 'and', 'et al'])} {r.choice(['May', 'March', 'June', 'August', noun().title()])} {n(1950, 2024)} {r.choice(['(', '', ', '])}{r.choice(['ch', 'ch.', 'pp', 'pp.', 'p', 'vol', 'secs'])} {n(1, 12)}{r.choice(['-', chr(8211), ' to '])}{n(2, 31)}{r.choice([')', '', ''])}",
+            lambda: f"{do()} {n(1, 5)} {r.choice(['cup', 'cups', 'tsp', 'tbsp', 'lb', 'oz'])} {noun()} {r.choice(['for', 'to', 'instead of', 'down to'])} {n(1, 8)}/{n(2, 9)}",
         ]
         text = r.choice(forms)()
         if r.random() < 0.08:
