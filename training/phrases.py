@@ -383,7 +383,7 @@ class Phrases:
                     ]
                 )
                 if h24 > 12 or h24 == 0
-                else (f"{{{h24:02}{m:02}|T}}" + self.pick("h", "hrs", " hrs", " hours"), h24, m)
+                else (f"{{{h24:02}{m:02}|T}}" + self.pick("", "", "h", "hrs", " hrs", " hours"), h24, m)
             )
         if form == "word":
             m = self.pick(0, 0, 0, 15, 30, 30, 45, 10, 20, 40, 50)
@@ -483,7 +483,7 @@ class Phrases:
         ed = self.pick(f"{e12}", f"{e12}", f"{e12}:30", f"{e12}:00", f"{e12}")
         dash = self.pick("-", "-", " - ", "–", " to ", " till ", " until ", "to")
         mer = lambda is_pm: self.meridiem(is_pm)
-        form = self.pick(0, 1, 2, 2, 3, 4)
+        form = self.pick(0, 1, 2, 2, 3, 4, 5)
         if form == 0:
             text = f"{hd}{mer(pm)}{dash}{ed}{mer(end_pm)}"
         elif form == 1:
@@ -511,6 +511,14 @@ class Phrases:
                     + self.pick("and", "and", "&")
                     + f" {ed}{mer(end_pm)}"
                 )
+        elif form == 5:  # Digits without a mark between hour and minute.
+            if self.chance(0.4):
+                start, m = self.bare_hour(h), self.minute()
+                text = self.pick(f"{{{h}{m:02}|T}}{dash}{e12}", f"{{{h}{m:02}|T}}{dash}{e12}{self.minute():02}")
+            else:
+                start, m = self.r.randrange(0, 20), self.pick(0, 0, 15, 30, 45)
+                end = f"{start + length:02}{self.pick(m, 0, 30):02}"
+                text = f"{{{start:02}{m:02}|T}}{dash}{end}" + self.pick("", "", "", "h", " hrs")
         else:
             s24 = self.r.randrange(8, 20)
             return f"{{{s24}|H}}:{{{m:02}|M}}{dash}{s24 + length}:{m:02}", s24 if s24 > 12 or s24 >= 8 else s24 + 12, m
@@ -963,7 +971,6 @@ class Phrases:
                 (46, "in"),
                 (22, "from now"),
                 (10, "within"),
-                (8, "after"),
                 (6, "about"),
                 (8 if unit_is_day else 0, "from today"),
                 (4, "later"),
@@ -1005,14 +1012,7 @@ class Phrases:
                 " from this moment" if not unit_is_day else " from now",
             )
         elif form == "within":
-            text = (
-                self.pick(
-                    "within ", "within ", "within the next ", "in the next ", "in under ", "inside ", "not more than "
-                )
-                + text
-            )
-        elif form == "after":
-            text = "after " + text
+            text = self.pick("within ", "within ", "within the next ", "in the next ") + text
         elif form == "about":
             text = (
                 self.pick("about ", "around ")

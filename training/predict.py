@@ -11,7 +11,7 @@ from net import Net
 from phrases import AMOUNTS, KINDS, MINUTES, SHIFTED, SHIFTS, WEEKDAYS, Meaning
 from tokens import is_digit, is_letter, may_be_cut, tokenize
 
-SURE = 0.7
+SURE = 0.75
 MONTH_FIRST = {"US", "PH", "CA", "FM", "PW", "MH", "GU", "PR", "VI", "AS", "MP"}
 
 

@@ -25,7 +25,7 @@ struct Answer {
 };
 
 /// Below this NONE is answered: a date that is not found costs less than a wrong one.
-inline constexpr double sure = 0.7;
+inline constexpr double sure = 0.75;
 
 /// Reads the impression with what the text says in digits. The network knows nothing of today: what relates
 /// to it, such as the end of next week, is worked out here from the reference. A date that cannot be, a year
