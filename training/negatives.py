@@ -87,6 +87,40 @@ class Negatives:
                 r.choice(["new years", "christmas", "easter", "thanksgiving", "halloween", "labor day", "xmas"]),
             ]
         )
+        holiday = lambda: r.choice(
+            [
+                "christmas",
+                "thanksgiving",
+                "easter",
+                "halloween",
+                "april fools",
+                "mother's day",
+                "mothers day",
+                "father's day",
+                "fathers day",
+                "valentines day",
+                "valentine's day",
+                "new year's eve",
+                "new years",
+                "st patricks day",
+                "st patrick's day",
+                "labor day",
+                "memorial day",
+                "4th of july",
+                "july 4th",
+                "groundhog day",
+                "boxing day",
+                "black friday",
+                "good friday",
+                "cyber monday",
+                "christmas eve",
+                "mlk day",
+                "palm sunday",
+                "ash wednesday",
+                "earth day",
+                "xmas",
+            ]
+        )
         do = lambda: r.choice(DO)
         person = lambda: r.choice(PEOPLE)
         some = lambda: r.choice(
@@ -206,6 +240,22 @@ class Negatives:
             lambda: f"{r.choice([thing(), noun() + ' ' + noun()])} {r.choice(['christmas', 'thanksgiving', 'sunday', 'friday', 'october', 'may', 'midnight', 'july', 'weekend'])} {r.choice(['on piano', 'on guitar', 'the musical', 'on vinyl', 'on dvd', 'chords', 'sheet music', 'lyrics', 'soundtrack', 'cover', 'remix', 'karaoke'])}{r.choice(['', ', page ' + str(n(2, 99)), ', transpose to ' + r.choice('ABCDEFG'), ' for ' + person()])}",
             lambda: f"{day()}, {noun()} {noun()} {r.choice(['-', '–', ':'])} {r.choice(['transpose to', 'learn in', 'chords in', 'practise in', 'tune down to', 'sing it in'])} {r.choice('ABCDEFG')}{r.choice(['', ' minor', 'm', ' flat'])}",
             lambda: f"{r.choice(['tally', 'find out', 'ask', 'check', 'count', 'poll', 'see', 'list'])} {r.choice(['how many want', 'who wants', 'who does', 'how many do', 'if anyone does', 'who is ok with', 'which of us get'])} {thing()} {r.choice(['on', 'by', 'over', 'at'])} {r.choice([weekday() + 's', 'weekends', 'nights', 'mornings', 'the weekend', 'christmas', 'noon', 'night'])}",
+            lambda: f"{r.choice([do() + ' ', do() + ' ', do() + ' ', '', 'find ', 'buy ', 'get ', 'clean up ', 'clean up after ', 'prepare for ', 'shop for ', 'ideas for ', 'help with ', 'recover from ', 'food for '])}{r.choice(['', '', 'the ', 'a ', 'some '])}{holiday()} {r.choice(['dinner', 'party', 'mess', 'ideas', 'joke ideas', 'card', 'card designs', 'cards', 'mug', 'gift', 'gift ideas', 'menu', 'sale flyer', 'hat', 'playlist', 'costume', 'outfit', 'candy', 'decorations', 'recipe', 'dress', 'pranks', 'props', 'speech', 'leftovers', 'shirt', 'banner', 'cookies', 'photos', 'stickers', 'deals', 'concert program', 'craft supplies', 'sheet music', 'buns', 'special', 'movie list', noun(), noun() + ' ' + noun()])}{r.choice(['', '', '', ' for ' + person(), ' with ' + person(), '??', ', maybe ' + str(n(2, 9)), ' idea'])}",
+            lambda: f"{do()} {r.choice(['', 'the ', 'a '])}{r.choice(['12 days of christmas', 'nightmare before christmas', 'twelve days of christmas', 'days of thanksgiving', 'a charlie brown thanksgiving', 'home for christmas', 'last christmas', 'white christmas', 'blue christmas', 'christmas in july', 'easter parade', 'new years day', 'sunday in the park', 'friday the 13th', 'born on the 4th of july', 'saturday in the park', 'april in paris', 'september morn', 'june is busting out', 'first of may', 'thank god its friday', 'weekend at bernies', 'night at the museum', 'a night at the opera', 'the night before', 'one fine day', 'same time next year', 'next year in jerusalem', 'tomorrow never dies', 'any given sunday', 'month of sundays', 'two weeks notice'])} {r.choice(['sheet music', 'chords', 'dvd', 'poster', 'lyrics', 'on piano', 'script', 'costumes', 'tickets', 'cover', 'album', 'remake', 'ornament', 'mug', 'soundtrack', noun()])}",
+            lambda: f"{r.choice(['', do() + ' ', 'find ', 'count '])}{n(1, 13)} {r.choice(['p', 'a', 'P', 'A'])} {r.choice(['quarter coins', 'coins', 'fuses', 'sockets', 'plugs', 'stamps', 'batteries', 'breakers', 'side labels', 'grade eggs', 'row seats', 'pieces', 'adapter', 'lamp'])}{r.choice(['', '', ' for ' + person(), ' from ' + noun()])}",
+            lambda: f"{r.choice([do() + ' ', do() + ' ', do() + ' ', '', 'find ', 'buy ', 'get ', 'clean up ', 'clean up after ', 'prepare for ', 'shop for ', 'ideas for ', 'help with ', 'recover from ', 'food for '])}{r.choice(['', '', 'the ', 'a ', 'some '])}{holiday()} {r.choice(['dinner', 'party', 'mess', 'ideas', 'joke ideas', 'card', 'card designs', 'cards', 'mug', 'gift', 'gift ideas', 'menu', 'sale flyer', 'hat', 'playlist', 'costume', 'outfit', 'candy', 'decorations', 'recipe', 'dress', 'pranks', 'props', 'speech', 'leftovers', 'shirt', 'banner', 'cookies', 'photos', 'stickers', 'deals', 'concert program', 'craft supplies', 'sheet music', 'buns', 'special', 'movie list', noun(), noun() + ' ' + noun()])}{r.choice(['', '', '', ' for ' + person(), ' with ' + person(), '??', ', maybe ' + str(n(2, 9)), ' idea'])}",
+            lambda: f"{do()} {r.choice(['', 'the ', 'a '])}{r.choice(['12 days of christmas', 'nightmare before christmas', 'twelve days of christmas', 'days of thanksgiving', 'a charlie brown thanksgiving', 'home for christmas', 'last christmas', 'white christmas', 'blue christmas', 'christmas in july', 'easter parade', 'new years day', 'sunday in the park', 'friday the 13th', 'born on the 4th of july', 'saturday in the park', 'april in paris', 'september morn', 'june is busting out', 'first of may', 'thank god its friday', 'weekend at bernies', 'night at the museum', 'a night at the opera', 'the night before', 'one fine day', 'same time next year', 'next year in jerusalem', 'tomorrow never dies', 'any given sunday', 'month of sundays', 'two weeks notice'])} {r.choice(['sheet music', 'chords', 'dvd', 'poster', 'lyrics', 'on piano', 'script', 'costumes', 'tickets', 'cover', 'album', 'remake', 'ornament', 'mug', 'soundtrack', noun()])}",
+            lambda: f"{r.choice(['', do() + ' ', 'find ', 'count '])}{n(1, 13)} {r.choice(['p', 'a', 'P', 'A'])} {r.choice(['quarter coins', 'coins', 'fuses', 'sockets', 'plugs', 'stamps', 'batteries', 'breakers', 'side labels', 'grade eggs', 'row seats', 'pieces', 'adapter', 'lamp'])}{r.choice(['', '', ' for ' + person(), ' from ' + noun()])}",
+            # How long something takes.
+            lambda: f"{r.choice(['', do() + ' ', 'find '])}{thing()} {r.choice(['in', 'in about', 'in under', 'in just', 'within'])} {some()} {unit()} {r.choice(['of', 'of free time', 'worth of', 'flat', 'or less', 'of ' + thing(), 'of logs', 'plan', 'blog', 'book', 'challenge', 'app', 'recipe', 'program', 'course', 'video', 'article', 'guide', 'or two maybe', 'trick'])}{r.choice(['', '', ' for ' + person(), ', ' + do() + ' ' + person()])}",
+            lambda: f"in {some()} {unit()} {r.choice(['of', 'worth of', 'flat', 'or less', 'or two maybe', 'or so maybe', 'of free time,', 'of logs'])} {r.choice(['', do() + ' '])}{thing()}",
+            lambda: f"{r.choice(['', 'buy ', 'find ', 'ask about ', 'look up '])}{thing()} {r.choice(['', 'that ', 'which ', 'it '])}{r.choice(['sprouts', 'dries', 'heals', 'ships', 'cures', 'rises', 'melts', 'expires', 'fades', 'repeats', 'sets', 'hardens', 'goes off', 'arrives', 'hatches', 'ripens', 'boils', 'charges', 'pays off', 'works', 'is done', 'is over'])} {r.choice(['in', 'in about', 'in under', 'within', 'in only'])} {some()} {unit()}{r.choice(['', '?', ', type of ' + noun(), ', right?', ' or so', ', which one', ' they say', ' ' + noun()])}",
+            lambda: f"{r.choice(['count', 'how many', 'number of', 'calendar of', 'chart of'])} {r.choice(['days', 'weeks', 'sleeps', 'paydays', 'mondays', 'weekends'])} {r.choice(['until', 'till', 'to', 'before', 'since', 'between now and'])} {day()}{r.choice(['', '?', ' for ' + noun(), ' for the kids', ' chart'])}",
+            lambda: f"{n(1, 13)}/{n(2, 32)} {r.choice(['pitch', 'gauge', 'wire', 'cable', 'romex', 'stars', 'thread', 'drill bit', 'socket', 'hose', 'plywood', 'bulbs', 'of the', 'screws', 'chord', 'nuts', 'movies', 'fitting'])} {noun()}{r.choice(['', '', ' for ' + person(), ' ' + str(n(10, 300)) + ' ft roll', ' in the hall', ' list'])}",
+            lambda: f"{do()} {thing()} {r.choice(['drill bit', 'nut', 'bolt', 'hose', 'wire', 'size', 'socket', 'rated', 'wrench', 'cable'])} {n(1, 16)}/{r.choice([2, 4, 8, 16, 32, 2, 3])}",
+            lambda: f"{r.choice(['next week', 'tomorrow', 'next month', 'this week', 'tonight', weekday(), 'the weekend', 'christmas', 'friday night'])} {r.choice(['is', 'was', 'will be', 'are'])} {r.choice(['spring break', 'too late', 'full', 'no good', 'her turn', 'trash day', 'booked', 'out', 'too early', 'half days', 'a holiday', 'quiet', 'noisy'])}, {do()} {person()}{r.choice(['', ' about ' + thing()])}",
+            lambda: f"{r.choice([month() + ' ' + str(n(1, 29)), 'sept 11', 'july 4', 'may 1', 'oct 7', 'd day june 6'])} {r.choice(['memorial', 'museum', 'massacre', 'movement', 'decree', 'uprising', 'attack', 'street', 'club', 'party line'])} {r.choice(['pamphlet', 'book', 'tour', 'flyer', 'documentary', 'essay', 'tickets', 'poster', noun()])}",
+            lambda: f"{r.choice(['in', 'with', 'for', 'after'])} {r.choice(['several', 'a few', 'two', '3', '4', 'five'])} {r.choice(['days', 'weeks', 'months', 'hours'])}{chr(39)} {r.choice(['time frame', 'work', 'notice', 'worth of ' + thing(), 'wait', 'delay', 'rest', 'pay'])}, {do()} {thing()}",
             lambda: f"{do()} {r.choice(['row', 'rows', 'sec', 'section', 'block', 'aisle', 'coach', 'car', 'hall', 'bldg'])} {r.choice('abcdefghjklmnrst')}, {r.choice(['', 'seat ', 'seats ', 'no ', 'bay '])}{n(1, 31)}{r.choice(['a', 'p', '', '-' + str(n(2, 31)), ' & ' + str(n(2, 31))])}{r.choice(['', ', ' + do() + ' ' + person(), ' ' + noun()])}",
             lambda: f"{r.choice(['sat', 'waited', 'sat around', 'sun', 'wed', 'may'])} {r.choice([str(n(2, 9)) + ' hrs', 'there', 'for ' + str(n(2, 50)) + ' min', 'all day', 'two hours', 'through', 'dried', 'block', 'screen', 'planner', 'not', 'or may not', 'need'])} {r.choice(['in', 'at', 'for', 'with', 'of'])} {thing()}, {do()} {person()}",
             lambda: f"{do()} {n(1, 5)} {r.choice(['cup', 'cups', 'tsp', 'tbsp', 'lb', 'oz'])} {noun()} {r.choice(['for', 'to', 'instead of', 'down to'])} {n(1, 8)}/{n(2, 9)}",
