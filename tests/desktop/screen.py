@@ -112,6 +112,10 @@ class Screen:
         )
         self.display.sync()
 
+    def give_keyboard_to_nobody(self):
+        self.display.set_input_focus(X.NONE, X.RevertToNone, X.CurrentTime)
+        self.display.sync()
+
     def has_compositor(self):
         return self.display.get_selection_owner(self.display.get_atom("_NET_WM_CM_S0")) != X.NONE
 

@@ -205,6 +205,17 @@ class ComingAndGoing(BesideATerminal, PopoverTest):
         self.eventually(self.program.has_popover, False)
         self.open_again()
 
+    def test_a_keyboard_that_was_taken_at_once_and_given_to_nobody_comes_back(self):
+        self.open()
+        self.input.key("Escape")
+        self.eventually(self.program.has_popover, False)
+        self.input.click(self.desktop.status_icon())
+        self.eventually(self.program.has_popover, True)
+        self.desktop.screen.give_keyboard_to_nobody()
+        self.eventually(self.program.is_active, True)
+        self.input.type("milk\n")
+        self.popover.row("milk")
+
     def test_another_workspace_is_not_covered(self):
         self.start_terminal()
         self.open()

@@ -34,6 +34,16 @@ TEST_F(KeyboardLossTest, ALossLongAfterTheShowingCountsAtOnce) {
     EXPECT_EQ(losses, 1);
 }
 
+TEST_F(KeyboardLossTest, SettlesAfterEveryShowing) {
+    EXPECT_FALSE(loss->isSettling());
+    for (int showing = 0; showing < 2; ++showing) {
+        loss->aboutToShow();
+        EXPECT_TRUE(loss->isSettling());
+        QTest::qWait(settledMilliseconds);
+        EXPECT_FALSE(loss->isSettling());
+    }
+}
+
 TEST_F(KeyboardLossTest, ALossSoonAfterTheShowingWaits) {
     loss->aboutToShow();
     hasKeyboard = false;

@@ -86,8 +86,13 @@ bool Popover::make() {
     blend(appearance_.appearance().get());
     appearanceChanged_ = appearance_.appearance().observe(blend);
     connect(window_.get(), &QWindow::activeChanged, this, [this] {
-        if (shown_)
-            loss_.check();
+        if (!shown_)
+            return;
+        // A window manager that hears only now that the last window has gone gives the keyboard to nobody,
+        // though this window, which it does not know, has got it meanwhile.
+        if (keyboard_ && !window_->isActive() && loss_.isSettling())
+            keyboard_->takeFromNobody();
+        loss_.check();
     });
     // A window manager may close it, too.
     connect(window_.get(), &QWindow::visibleChanged, this, [this](bool visible) {

@@ -15,10 +15,14 @@ constexpr std::chrono::milliseconds settling(600);
 KeyboardLoss::KeyboardLoss(std::function<bool()> hasKeyboard, std::function<void()> lost)
     : hasKeyboard_(std::move(hasKeyboard)), lost_(std::move(lost)) {}
 
+bool KeyboardLoss::isSettling() const {
+    return sinceShown_.isValid() && sinceShown_.elapsed() < settling.count();
+}
+
 void KeyboardLoss::check() {
     if (hasKeyboard_())
         return;
-    if (sinceShown_.isValid() && sinceShown_.elapsed() < settling.count())
+    if (isSettling())
         QTimer::singleShot(settling, &later_, [this] { check(); });
     else
         lost_();

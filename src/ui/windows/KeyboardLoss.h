@@ -18,6 +18,9 @@ public:
     /// To be called when the window is about to be shown.
     void aboutToShow() { sinceShown_.start(); }
 
+    /// Whether the showing is so recent that a loss does not count yet.
+    bool isSettling() const;
+
     /// To be called when it may have lost the keyboard.
     void check();
 
